@@ -1,0 +1,2 @@
+// Compiles the public header with nothing before it.
+#include "brindle.h"
