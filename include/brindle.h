@@ -48,6 +48,28 @@ extern "C" {
 
 /* ---- Information window ------------------------------------------------------------------ */
 
+/*
+ * doPoshModal: shows the plug-in's information window (picture, name, description, version and
+ * two link buttons that open the product and documentation pages in the default browser).
+ * The window is modal to `ownerWindow` (an HWND; null for an unowned window): the owner is
+ * disabled while the window is open and enabled again when it closes. The window runs on a
+ * thread of its own with its own message loop, so the call returns as soon as the window is
+ * shown; the user closes it with its Close button, Escape or the title bar. A call while the
+ * window is open brings that window to the front and opens no other.
+ * Statuses:
+ *   0  the window is open (newly opened, or the open one brought to the front).
+ *   1  "The information window is not available on this platform" (every platform but Windows).
+ *   2  "The owner window handle is not a window" (`ownerWindow` is neither null nor a window).
+ *   3  "Could not open the information window (system error %lu)" with the Windows error code.
+ */
+BRINDLE_API int doPoshModal(void* ownerWindow, char* error);
+
+/*
+ * getPoshHandle: the HWND of the open information window, or null when it is not open (always
+ * null on platforms other than Windows). The handle is valid only while the window is open.
+ */
+BRINDLE_API void* getPoshHandle(void);
+
 #ifdef __cplusplus
 } /* extern "C" */
 #endif

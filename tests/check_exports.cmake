@@ -1,14 +1,7 @@
 # Compares the dynamic symbols that LIBRARY defines with the functions declared BRINDLE_API
 # in HEADER; any difference in either direction fails.
-file(READ "${HEADER}" header_text)
-# Declarations start a line with BRINDLE_API; the macro's own definitions start with '#'.
-string(REGEX MATCHALL "\nBRINDLE_API[^;(#]*[ *]([A-Za-z_][A-Za-z0-9_]*)[ ]*\\(" declarations "${header_text}")
-set(expected "")
-foreach(declaration IN LISTS declarations)
-  string(REGEX REPLACE ".*[ *]([A-Za-z_][A-Za-z0-9_]*)[ ]*\\($" "\\1" name "${declaration}")
-  list(APPEND expected ${name})
-endforeach()
-list(SORT expected)
+include("${CMAKE_CURRENT_LIST_DIR}/header_exports.cmake")
+brindle_header_exports(expected "${HEADER}")
 
 execute_process(COMMAND nm -D --defined-only "${LIBRARY}" OUTPUT_VARIABLE nm_output RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
