@@ -55,7 +55,9 @@ extern "C" {
  * disabled while the window is open and enabled again when it closes. The window runs on a
  * thread of its own with its own message loop, so the call returns as soon as the window is
  * shown; the user closes it with its Close button, Escape or the title bar. A call while the
- * window is open brings that window to the front and opens no other.
+ * window is open brings that window to the front and opens no other. Call it on the thread that
+ * owns `ownerWindow` (the host's user-interface thread), which keeps serving the window's
+ * messages to the owner while it waits.
  * Statuses:
  *   0  the window is open (newly opened, or the open one brought to the front).
  *   1  "The information window is not available on this platform" (every platform but Windows).

@@ -21,34 +21,34 @@ bash tools/install-deps.sh g++-mingw-w64-x86-64 binutils-mingw-w64-x86-64 google
 # xvfb gives the window tests a display; without it they report themselves skipped.
 run_tests=0
 if [ "${BRINDLE_WINE:-1}" != 0 ]; then
-  if bash tools/install-deps.sh wine wine64 xvfb xauth; then
-    command -v wine >/dev/null && run_tests=1
+  if bash tools/install-deps.sh wine wine64 && command -v wine >/dev/null; then
+    run_tests=1
+    bash tools/install-deps.sh xvfb xauth || echo "xvfb is not available: window tests skip"
+  else
+    echo "wine is not available: the Windows tests are not run"
   fi
-  [ "$run_tests" = 1 ] || echo "wine is not available: the Windows tests are not run"
-fi
-
-# GoogleTest from Debian's source package, built once with the cross toolchain.
-deps=$root/build/windows-deps
-if [ ! -f "$deps/install/lib/cmake/GTest/GTestConfig.cmake" ]; then
-  cmake -S /usr/src/googletest -B "$deps/googletest" -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
-        -DCMAKE_BUILD_TYPE=Release -DBUILD_GMOCK=OFF -DCMAKE_INSTALL_PREFIX="$deps/install"
-  cmake --build "$deps/googletest" -j "$jobs"
-  cmake --install "$deps/googletest"
-fi
-
-# Every wine process of this build shares one prefix inside the build tree; the .NET and HTML
-# engines wine would offer to download are switched off.
-export WINEPREFIX=$root/build/windows-deps/wineprefix
-export WINEDEBUG=-all
-export WINEDLLOVERRIDES="mscoree=;mshtml="
-emulator=()
-if [ "$run_tests" = 1 ]; then
-  mkdir -p "$WINEPREFIX"
-  wineboot --init >/dev/null 2>&1 || true
-  emulator=(-DCMAKE_CROSSCOMPILING_EMULATOR="/usr/bin/env;WINEPREFIX=$WINEPREFIX;WINEDEBUG=-all;WINEDLLOVERRIDES=mscoree=\\;mshtml=;wine")
 fi
 
 build=$root/build/windows
+deps=$root/build/windows-deps
+emulator=()
+if [ "$run_tests" = 1 ]; then
+  # GoogleTest from Debian's source package, built once with the cross toolchain.
+  if [ ! -f "$deps/install/lib/cmake/GTest/GTestConfig.cmake" ]; then
+    cmake -S /usr/src/googletest -B "$deps/googletest" -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+          -DCMAKE_BUILD_TYPE=Release -DBUILD_GMOCK=OFF -DCMAKE_INSTALL_PREFIX="$deps/install"
+    cmake --build "$deps/googletest" -j "$jobs"
+    cmake --install "$deps/googletest"
+  fi
+  # Every wine process of this build shares one prefix inside the build tree; the .NET and
+  # HTML engines wine would offer to download are switched off.
+  export WINEPREFIX=$deps/wineprefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+  mkdir -p "$WINEPREFIX"
+  trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
+  wineboot --init >/dev/null 2>&1 || true
+  emulator=(-DCMAKE_CROSSCOMPILING_EMULATOR="/usr/bin/env;WINEPREFIX=$WINEPREFIX;WINEDEBUG=-all;WINEDLLOVERRIDES=$WINEDLLOVERRIDES;wine")
+fi
+
 tests_flag=OFF
 [ "$run_tests" = 1 ] && tests_flag=ON
 cmake -S . -B "$build" -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_BUILD_TYPE=Release \
@@ -64,5 +64,4 @@ if [ "$run_tests" = 1 ]; then
   display=()
   command -v xvfb-run >/dev/null && display=(xvfb-run -a)
   "${display[@]}" ctest --test-dir "$build" --output-on-failure -j "$jobs"
-  wineserver -k || true
 fi

@@ -14,10 +14,11 @@
 
 namespace {
 
-// Serves this thread's messages until `done` holds or five seconds pass.
+// Serves this thread's messages until `done` holds or half a minute passes (a loaded test
+// machine can be slow to tear windows down).
 template <class Condition>
 bool PumpUntil(Condition done) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   while (!done()) {
     if (std::chrono::steady_clock::now() > deadline) return false;
     MSG message;
@@ -30,11 +31,15 @@ bool PumpUntil(Condition done) {
   return true;
 }
 
+// Windows of the information window's class that belong to this process; other test programs
+// may have theirs open at the same time.
 int CountInfoWindows() {
   int count = 0;
   for (HWND window = nullptr;
        (window = FindWindowExW(nullptr, window, L"BrindleInfoWindow", nullptr)) != nullptr;) {
-    ++count;
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId()) ++count;
   }
   return count;
 }
