@@ -25,3 +25,15 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+
+# Find modules that report libraries by full path (FindOpenMP) would pick the import library of
+# a runtime DLL, which "-static" cannot turn back into a static one; point them at the archives.
+foreach(_runtime_library gomp)
+  if(NOT DEFINED OpenMP_${_runtime_library}_LIBRARY)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=lib${_runtime_library}.a
+                    OUTPUT_VARIABLE _archive OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(IS_ABSOLUTE "${_archive}")
+      set(OpenMP_${_runtime_library}_LIBRARY "${_archive}" CACHE FILEPATH "Static lib${_runtime_library} for MinGW")
+    endif()
+  endif()
+endforeach()
