@@ -1,4 +1,4 @@
-// The plug-in's picture, drawn in code so that nothing has to ship beside the library.
+// Drawing the plug-in's picture into a window.
 #ifndef BRINDLE_INFOWINDOW_INFO_PICTURE_WIN32_H
 #define BRINDLE_INFOWINDOW_INFO_PICTURE_WIN32_H
 #if defined(_WIN32)
@@ -10,8 +10,7 @@
 
 namespace brindle {
 
-// Draws the picture into `area` of `dc`: the temperature field of a wall corner, coloured from
-// cold blue to warm red, with isotherm lines.
+// Draws the picture of info_picture.h into `area` of `dc`, with a grey frame.
 void DrawInfoPicture(HDC dc, const RECT& area);
 
 }  // namespace brindle

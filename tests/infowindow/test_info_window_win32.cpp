@@ -6,9 +6,10 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <chrono>
-#include <cstring>
-#include <string>
+#include <thread>
+#include <vector>
 
 #include "brindle.h"
 
@@ -120,8 +121,10 @@ TEST_F(InfoWindowTest, ClosesWithEscapeAndOpensAgainAfterwards) {
   HWND first = Open(nullptr);
   if (skipped_) GTEST_SKIP() << "no desktop to open a window on";
   ASSERT_NE(first, nullptr);
-  // Escape reaches the window as the cancel command.
-  PostMessageW(first, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+  // A key pressed on one of its buttons goes through the window's own message loop.
+  HWND close_button = GetDlgItem(first, IDOK);
+  ASSERT_NE(close_button, nullptr);
+  PostMessageW(close_button, WM_KEYDOWN, VK_ESCAPE, 0);
   EXPECT_TRUE(PumpUntil([] { return getPoshHandle() == nullptr; }));
 
   // The closed window's thread withdraws the window class; a new window must still open.
@@ -129,6 +132,25 @@ TEST_F(InfoWindowTest, ClosesWithEscapeAndOpensAgainAfterwards) {
   ASSERT_NE(second, nullptr);
   EXPECT_TRUE(IsWindowVisible(second));
   Close(second);
+}
+
+TEST_F(InfoWindowTest, ConcurrentCallsOpenOneWindow) {
+  std::atomic<int> unavailable{0};
+  std::atomic<int> failed{0};
+  std::vector<std::thread> callers;
+  for (int i = 0; i < 4; ++i) {
+    callers.emplace_back([&] {
+      const int status = doPoshModal(nullptr, nullptr);
+      if (status == 3) ++unavailable;
+      if (status != 0 && status != 3) ++failed;
+    });
+  }
+  for (std::thread& caller : callers)
+    caller.join();
+  if (unavailable == 4) GTEST_SKIP() << "no desktop to open a window on";
+  EXPECT_EQ(unavailable, 0);
+  EXPECT_EQ(failed, 0);
+  EXPECT_EQ(CountInfoWindows(), 1);
 }
 
 }  // namespace
