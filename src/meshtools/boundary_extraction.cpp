@@ -22,23 +22,20 @@ std::unique_ptr<ON_Mesh> ExtractBoundaryMesh(const ON_Mesh& tetrahedra,
   if (tetrahedra.m_C.Count() > 0) boundary->m_C = tetrahedra.m_C;
 
   BoundaryFaceCounts found;
-  table.ForEach([&found](const FaceKey&, int tets) {
+  ON_SimpleArray<ON_MeshFace>& faces = boundary->m_F;
+  table.ForEach([&found, &faces](const FaceKey& key, int tets) {
     if (tets == 1) {
+      ON_MeshFace& face = faces.AppendNew();
+      face.vi[0] = key.v[0];
+      face.vi[1] = key.v[1];
+      face.vi[2] = key.v[2];
+      face.vi[3] = key.v[2];
       ++found.boundary;
     } else if (tets == 2) {
       ++found.interior;
     } else {
       ++found.over_shared;
     }
-  });
-  boundary->m_F.Reserve(static_cast<std::size_t>(found.boundary));
-  table.ForEach([&boundary](const FaceKey& key, int tets) {
-    if (tets != 1) return;
-    ON_MeshFace& face = boundary->m_F.AppendNew();
-    face.vi[0] = key.v[0];
-    face.vi[1] = key.v[1];
-    face.vi[2] = key.v[2];
-    face.vi[3] = key.v[2];
   });
   // Drops the vertices inside the volume and renumbers the triangles, keeping their order.
   boundary->Compact();

@@ -11,36 +11,53 @@ namespace {
 
 constexpr double kPi = 3.141592653589793;
 
-// Edge j joins corners kEdge[j][0] and kEdge[j][1]; kEdge[j][2] and kEdge[j][3] are the other
-// two corners, in ascending order.
-constexpr int kEdge[6][4] = {{0, 1, 2, 3}, {0, 2, 1, 3}, {0, 3, 1, 2},
-                             {1, 2, 0, 3}, {1, 3, 0, 2}, {2, 3, 0, 1}};
+// unit((b - a) x (c - a)), or the zero vector when it has no direction.
+ON_3dVector UnitNormal(const ON_3dPoint& a, const ON_3dPoint& b, const ON_3dPoint& c) {
+  ON_3dVector n = ON_CrossProduct(b - a, c - a);
+  n.Unitize();  // zeroes n when it fails
+  return n;
+}
+
+// `n` turned away from a corner on the side `side` = n . (corner - a).
+ON_3dVector TurnedAway(const ON_3dVector& n, double side) {
+  return side > 0.0 ? -n : n;
+}
+
+double AngleBetweenFaces(const ON_3dVector& n1, const ON_3dVector& n2) {
+  if (n1.IsZero() || n2.IsZero()) return 0.0;
+  return kPi - std::acos(std::max(std::min(n1 * n2, 1.0), -1.0));
+}
 
 }  // namespace
 
 ON_3dVector NormalAwayFrom(const ON_3dPoint& a, const ON_3dPoint& b, const ON_3dPoint& c,
                            const ON_3dPoint& d) {
-  ON_3dVector n = ON_CrossProduct(b - a, c - a);
-  if (!n.Unitize()) return ON_3dVector::ZeroVector;  // Unitize has zeroed n already
-  if (n * (d - a) > 0.0) n = -n;
-  return n;
+  const ON_3dVector n = UnitNormal(a, b, c);
+  return TurnedAway(n, n * (d - a));
 }
 
 void TetrahedronDihedralAngles(const ON_3dPoint p[4], double angles[6]) {
-  for (int j = 0; j < 6; ++j) {
-    const ON_3dPoint& a = p[kEdge[j][0]];
-    const ON_3dPoint& b = p[kEdge[j][1]];
-    const ON_3dPoint& c = p[kEdge[j][2]];
-    const ON_3dPoint& d = p[kEdge[j][3]];
-    const ON_3dVector n1 = NormalAwayFrom(a, b, c, d);
-    const ON_3dVector n2 = NormalAwayFrom(a, b, d, c);
-    if (n1.IsZero() || n2.IsZero()) {
-      angles[j] = 0.0;
-    } else {
-      const double cosine = n1 * n2;
-      angles[j] = kPi - std::acos(std::max(std::min(cosine, 1.0), -1.0));
-    }
-  }
+  // Each edge (a, b) with the other corners c, d needs the normals of (a, b, c) away from d and
+  // of (a, b, d) away from c: twelve normals. Swapping the last two corners of a triangle only
+  // negates its cross product exactly, and with it the side test, so the triangles (0,2,1),
+  // (0,3,1), (0,3,2) and (1,3,2) reuse the unit normals of (0,1,2), (0,1,3), (0,2,3) and
+  // (1,2,3): eight unitisations give the same bits as twelve.
+  const ON_3dVector n012 = UnitNormal(p[0], p[1], p[2]);
+  const ON_3dVector n013 = UnitNormal(p[0], p[1], p[3]);
+  const ON_3dVector n023 = UnitNormal(p[0], p[2], p[3]);
+  const ON_3dVector n123 = UnitNormal(p[1], p[2], p[3]);
+  const double s012 = n012 * (p[3] - p[0]);
+  const double s013 = n013 * (p[2] - p[0]);
+  const double s023 = n023 * (p[1] - p[0]);
+  const double s123 = n123 * (p[0] - p[1]);
+
+  angles[0] = AngleBetweenFaces(TurnedAway(n012, s012), TurnedAway(n013, s013));
+  angles[1] = AngleBetweenFaces(TurnedAway(-n012, -s012), TurnedAway(n023, s023));
+  angles[2] = AngleBetweenFaces(TurnedAway(-n013, -s013), TurnedAway(-n023, -s023));
+  angles[3] = AngleBetweenFaces(NormalAwayFrom(p[1], p[2], p[0], p[3]), TurnedAway(n123, s123));
+  angles[4] = AngleBetweenFaces(NormalAwayFrom(p[1], p[3], p[0], p[2]), TurnedAway(-n123, -s123));
+  angles[5] = AngleBetweenFaces(NormalAwayFrom(p[2], p[3], p[0], p[1]),
+                                NormalAwayFrom(p[2], p[3], p[1], p[0]));
 }
 
 void ComputeDihedralAngles(const ON_Mesh& mesh, double* angles) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -67,6 +68,40 @@ TEST(DihedralAngles, IndependentOfCornerOrder) {
       EXPECT_NEAR(angles[j], reference[original], 1e-13);
     }
   } while (std::next_permutation(perm.begin(), perm.end()));
+}
+
+// The angles as defined: for edge (a, b) with the other corners c < d, the normal of (a, b, c)
+// away from d against the normal of (a, b, d) away from c, all twelve computed separately.
+void ReferenceAngles(const ON_3dPoint p[4], double angles[6]) {
+  const int edge[6][4] = {{0, 1, 2, 3}, {0, 2, 1, 3}, {0, 3, 1, 2},
+                          {1, 2, 0, 3}, {1, 3, 0, 2}, {2, 3, 0, 1}};
+  for (int j = 0; j < 6; ++j) {
+    const ON_3dPoint &a = p[edge[j][0]], &b = p[edge[j][1]], &c = p[edge[j][2]], &d = p[edge[j][3]];
+    const ON_3dVector n1 = brindle::NormalAwayFrom(a, b, c, d);
+    const ON_3dVector n2 = brindle::NormalAwayFrom(a, b, d, c);
+    angles[j] =
+        n1.IsZero() || n2.IsZero() ? 0.0 : kPi - std::acos(std::max(std::min(n1 * n2, 1.0), -1.0));
+  }
+}
+
+TEST(DihedralAngles, SharedNormalsGiveTheBitsOfTwelveSeparateOnes) {
+  // Small integer grids make coplanar, collinear and repeated corners common, where a side
+  // test of exactly zero decides the direction of a normal.
+  std::mt19937 random(7);
+  std::uniform_int_distribution<int> coordinate(-2, 2);
+  std::uniform_real_distribution<double> real(-1.0, 1.0);
+  for (int trial = 0; trial < 20000; ++trial) {
+    ON_3dPoint p[4];
+    for (ON_3dPoint& q : p) {
+      q = trial % 2 == 0 ? ON_3dPoint(coordinate(random), coordinate(random), coordinate(random))
+                         : ON_3dPoint(real(random), real(random), real(random));
+    }
+    double shared[6], reference[6];
+    brindle::TetrahedronDihedralAngles(p, shared);
+    ReferenceAngles(p, reference);
+    for (int j = 0; j < 6; ++j)
+      ASSERT_EQ(shared[j], reference[j]) << trial << " edge " << j;
+  }
 }
 
 TEST(DihedralAngles, FlatElementsGiveZeroBesideVanishingNormals) {
