@@ -42,6 +42,20 @@ extern "C" {
 
 /* ---- Colour map and integer encodings ---------------------------------------------------- */
 
+/* HeatColor: maps t in [0, 1] (values outside are clamped, NaN counts as 0) to a
+ * blue-cyan-green-yellow-red ramp with channels 0..255: t = 0 gives (0, 0, 146), t = 0.5
+ * (146, 255, 146), t = 1 (146, 0, 0). A null channel pointer is skipped. */
+BRINDLE_API void HeatColor(double t, int* red, int* green, int* blue);
+
+/* encode_integer_to_sphere: stores value (0..65534, or -1) as a unit vector on the upper cap
+ * of the unit sphere. Returns 0; -1 when a pointer is null (nothing written) or the value is
+ * out of range (all three set to 0). */
+BRINDLE_API int encode_integer_to_sphere(int value, float* x, float* y, float* z);
+
+/* decode_integer_from_sphere: the integer stored in (x, y, z) or in its negation; -1 for the
+ * marker. Every input gives some value in -1..65534. */
+BRINDLE_API int decode_integer_from_sphere(float x, float y, float z);
+
 /* ---- Level-set cutting ------------------------------------------------------------------- */
 
 /* ---- Element quality, boundary extraction, generation and sanitising ---------------------- */
