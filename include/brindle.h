@@ -170,6 +170,20 @@ BRINDLE_API int ExtractBoundaryMeshWithStats(const ON_Mesh* tetrahedra, int* bou
                                              int* interior_count, int* over_shared_count,
                                              ON_Mesh** result, char* error);
 
+/* A flat rectangle width x height centred on the origin of `plane` (u along its x axis, v along
+ * its y axis), split into nx x ny cells, each cell two triangles, with vertex colours for the
+ * surface solver: the first row (v = -height/2) held at 0, the last row held at 1, the rows
+ * between free. The mesh can be handed straight to sldmMalloc. Vertices that coincide are merged,
+ * which renumbers the vertices.
+ *   0 success, *result = the new mesh
+ *   1 "Invalid dimensions or subdivisions": width or height not a positive number (NaN
+ *     included), nx or ny below 1, or a grid whose (nx+1)(ny+1) vertices or 2 nx ny triangles
+ *     do not fit in an int; *result = null when `result` is not null
+ *   2 "Generated mesh is invalid" (e.g. a plane without axes); *result = null
+ *   3 "Null plane or result pointer"; *result = null when `result` is not null */
+BRINDLE_API int MakeRectMesh(const ON_Plane* plane, double width, double height, int nx, int ny,
+                             ON_Mesh** result, char* error);
+
 /* Checks that `mesh` has one face type and agreeing single- and double-precision vertex lists and
  * returns a copy in which both lists are filled. `mesh` is never changed. On success
  * *error_code is left as the caller set it.
