@@ -11,7 +11,6 @@
 
 namespace brindle::testing {
 
-// A mesh with the given vertices (single and double precision, synchronised) and tetrahedra.
 inline std::unique_ptr<ON_Mesh> MakeTetMesh(const std::vector<ON_3dPoint>& points,
                                             const std::vector<std::array<int, 4>>& tets) {
   auto mesh = std::make_unique<ON_Mesh>();
@@ -22,19 +21,13 @@ inline std::unique_ptr<ON_Mesh> MakeTetMesh(const std::vector<ON_3dPoint>& point
   return mesh;
 }
 
-// The unit cube split into n^3 cells of six tetrahedra each (all around the cell diagonal from
-// corner (0,0,0) to (1,1,1)), which makes a conforming mesh of 6 n^3 tetrahedra.
+// The unit cube as n^3 cells of six tetrahedra around each cell's (0,0,0)-(1,1,1) diagonal:
+// a conforming mesh of 6 n^3 tetrahedra.
 inline std::unique_ptr<ON_Mesh> MakeStructuredCube(int n) {
   auto mesh = std::make_unique<ON_Mesh>();
   const int m = n + 1;
-  mesh->ReserveVertexCapacity(static_cast<std::size_t>(m) * m * m);
-  for (int k = 0; k <= n; ++k) {
-    for (int j = 0; j <= n; ++j) {
-      for (int i = 0; i <= n; ++i) {
-        mesh->SetVertex(mesh->VertexCount(),
-                        ON_3dPoint(double(i) / n, double(j) / n, double(k) / n));
-      }
-    }
+  for (int v = 0; v < m * m * m; ++v) {
+    mesh->SetVertex(v, ON_3dPoint(double(v % m) / n, double(v / m % m) / n, double(v / m / m) / n));
   }
   const int step[3] = {1, m, m * m};
   const int order[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
@@ -42,12 +35,9 @@ inline std::unique_ptr<ON_Mesh> MakeStructuredCube(int n) {
   for (int k = 0; k < n; ++k) {
     for (int j = 0; j < n; ++j) {
       for (int i = 0; i < n; ++i) {
-        const int base = i + m * (j + m * k);
         for (const auto& axes : order) {
-          const int v1 = base + step[axes[0]];
-          const int v2 = v1 + step[axes[1]];
-          const int v3 = v2 + step[axes[2]];
-          mesh->SetQuad(mesh->FaceCount(), base, v1, v2, v3);
+          const int v0 = i + m * (j + m * k), v1 = v0 + step[axes[0]], v2 = v1 + step[axes[1]];
+          mesh->SetQuad(mesh->FaceCount(), v0, v1, v2, v2 + step[axes[2]]);
         }
       }
     }
