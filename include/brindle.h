@@ -173,14 +173,15 @@ BRINDLE_API int ExtractBoundaryMeshWithStats(const ON_Mesh* tetrahedra, int* bou
 /* A flat rectangle width x height centred on the origin of `plane` (u along its x axis, v along
  * its y axis), split into nx x ny cells, each cell two triangles, with vertex colours for the
  * surface solver: the first row (v = -height/2) held at 0, the last row held at 1, the rows
- * between free. The mesh can be handed straight to sldmMalloc. Vertices that coincide are merged,
- * which renumbers the vertices.
+ * between free. The mesh can be handed straight to sldmMalloc. Vertices at one place with one
+ * colour are merged, which renumbers the vertices (only on degenerate planes or sizes).
  *   0 success, *result = the new mesh
  *   1 "Invalid dimensions or subdivisions": width or height not a positive number (NaN
  *     included), nx or ny below 1, or a grid whose (nx+1)(ny+1) vertices or 2 nx ny triangles
  *     do not fit in an int; *result = null when `result` is not null
  *   2 "Generated mesh is invalid" (e.g. a plane without axes); *result = null
- *   3 "Null plane or result pointer"; *result = null when `result` is not null */
+ *   3 "Null plane or result pointer"; *result = null when `result` is not null
+ *   4 "Out of memory"; *result = null */
 BRINDLE_API int MakeRectMesh(const ON_Plane* plane, double width, double height, int nx, int ny,
                              ON_Mesh** result, char* error);
 
@@ -194,6 +195,7 @@ BRINDLE_API int MakeRectMesh(const ON_Plane* plane, double width, double height,
  *   3 "Vertices not synchronized between single and double precision" (also when either list is
  *     empty); *error_code = -2, *result = null
  *   4 "Null result pointer" (a mesh that passed every check; *error_code not written)
+ *   5 "Out of memory" (the copy could not be made); *result = null
  * For statuses 2 and 3 a null `result` is simply not written. */
 BRINDLE_API int TrySanitize(const ON_Mesh* mesh, int* error_code, ON_Mesh** result, char* error);
 

@@ -1,6 +1,7 @@
 #include "meshtools/rect_mesh.h"
 
 #include <climits>
+#include <new>
 
 #include "brindle.h"
 #include "common/boundary_status.h"
@@ -92,7 +93,14 @@ extern "C" BRINDLE_API int MakeRectMesh(const ON_Plane* plane, double width, dou
     brindle::SetErrorText(error, "Null plane or result pointer");
     return 3;
   }
-  std::unique_ptr<ON_Mesh> mesh = brindle::BuildRectMesh(*plane, width, height, nx, ny);
+  std::unique_ptr<ON_Mesh> mesh;
+  try {
+    mesh = brindle::BuildRectMesh(*plane, width, height, nx, ny);
+  } catch (const std::bad_alloc&) {
+    *result = nullptr;
+    brindle::SetErrorText(error, "Out of memory");
+    return 4;
+  }
   if (!mesh->IsValid()) {
     *result = nullptr;
     brindle::SetErrorText(error, "Generated mesh is invalid");

@@ -1,5 +1,7 @@
 #include "meshtools/sanitize.h"
 
+#include <new>
+
 #include "brindle.h"
 #include "common/error_text.h"
 
@@ -59,6 +61,12 @@ extern "C" BRINDLE_API int TrySanitize(const ON_Mesh* mesh, int* error_code, ON_
     brindle::SetErrorText(error, "Null result pointer");
     return 4;
   }
-  *result = brindle::CopyWithBothPrecisions(*mesh).release();
+  try {
+    *result = brindle::CopyWithBothPrecisions(*mesh).release();
+  } catch (const std::bad_alloc&) {
+    *result = nullptr;
+    brindle::SetErrorText(error, "Out of memory");
+    return 5;
+  }
   return 0;
 }
