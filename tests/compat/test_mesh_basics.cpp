@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "mesh_fixtures.h"
 
 namespace {
@@ -197,6 +199,22 @@ TEST(OpenNurbsMeshBox, NeedsAFaceAndThreeVerticesAndIsCached) {
   AddVertices(precise, {{0, 0, 0}, {0.1, 0, 0}, {0, 1, 0}});
   precise.SetTriangle(0, 0, 1, 2);
   EXPECT_EQ(precise.BoundingBox().m_max.x, 0.1);
+}
+
+TEST(OpenNurbsMeshBox, NanVerticesAreSkippedUnlessTheyComeFirst) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  ON_Mesh mesh;
+  AddFloatVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
+  mesh.m_V.Append(ON_3fPoint(nan, 7, 0));
+  mesh.SetTriangle(0, 0, 1, 2);
+  const ON_BoundingBox box = mesh.BoundingBox();
+  EXPECT_TRUE(box.IsValid());
+  EXPECT_EQ(box.m_max, ON_3dPoint(1, 7, 0));
+
+  mesh.m_V[0].x = nan;
+  mesh.InvalidateVertexBoundingBox();
+  EXPECT_FALSE(mesh.BoundingBox().IsValid());
+  EXPECT_EQ(mesh.BoundingBox().m_min, ON_3dPoint(1, 0, 0));
 }
 
 }  // namespace

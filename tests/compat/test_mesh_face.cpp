@@ -2,11 +2,23 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <limits>
+#include <type_traits>
+#include <utility>
 
 #include "mesh_fixtures.h"
 
 namespace {
+
+// IsValid has int and unsigned overloads only, so a size_t count is ambiguous.
+template <class Count, class = void>
+struct IsValidCompiles : std::false_type {};
+template <class Count>
+struct IsValidCompiles<Count, decltype(void(ON_MeshFace().IsValid(std::declval<Count>())))>
+    : std::true_type {};
+static_assert(IsValidCompiles<int>::value && IsValidCompiles<unsigned int>::value, "");
+static_assert(!IsValidCompiles<size_t>::value, "IsValid(size_t) must be ambiguous");
 
 using compat_test::Face;
 using compat_test::SameFace;
