@@ -33,9 +33,12 @@ double ON_Line::Length() const {
   return from.DistanceTo(to);
 }
 
+// Unset end points give the unset vector, any other invalid x coordinate the NaN vector.
 ON_3dVector ON_Line::Direction() const {
-  if (from.x == ON_UNSET_VALUE || to.x == ON_UNSET_VALUE) return ON_3dVector::UnsetVector;
-  return to - from;
+  if (ON_IS_VALID(from.x) && ON_IS_VALID(to.x)) return to - from;
+  if (from == ON_3dPoint::UnsetPoint && to == ON_3dPoint::UnsetPoint)
+    return ON_3dVector::UnsetVector;
+  return ON_3dVector::NanVector;
 }
 
 // ---------------------------------------------------------------------------------------
