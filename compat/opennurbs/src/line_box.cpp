@@ -33,9 +33,12 @@ double ON_Line::Length() const {
   return from.DistanceTo(to);
 }
 
+// Unset end points give the unset vector, any other invalid x coordinate the NaN vector.
 ON_3dVector ON_Line::Direction() const {
-  if (from.x == ON_UNSET_VALUE || to.x == ON_UNSET_VALUE) return ON_3dVector::UnsetVector;
-  return to - from;
+  if (ON_IS_VALID(from.x) && ON_IS_VALID(to.x)) return to - from;
+  if (from == ON_3dPoint::UnsetPoint && to == ON_3dPoint::UnsetPoint)
+    return ON_3dVector::UnsetVector;
+  return ON_3dVector::NanVector;
 }
 
 // ---------------------------------------------------------------------------------------
@@ -61,10 +64,10 @@ ON_BoundingBox::ON_BoundingBox(const ON_3dPoint& min_pt, const ON_3dPoint& max_p
 void ON_BoundingBox::Destroy() {
   *this = EmptyBoundingBox;
 }
-const ON_3dPoint& ON_BoundingBox::Min() const {
+ON_3dPoint ON_BoundingBox::Min() const {
   return m_min;
 }
-const ON_3dPoint& ON_BoundingBox::Max() const {
+ON_3dPoint ON_BoundingBox::Max() const {
   return m_max;
 }
 ON_3dVector ON_BoundingBox::Diagonal() const {
