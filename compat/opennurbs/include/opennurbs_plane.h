@@ -39,8 +39,8 @@ class ON_BoundingBox {
   explicit ON_BoundingBox(const ON_3dPoint& min_pt, const ON_3dPoint& max_pt);
 
   void Destroy();
-  const ON_3dPoint& Min() const;
-  const ON_3dPoint& Max() const;
+  ON_3dPoint Min() const;
+  ON_3dPoint Max() const;
   ON_3dVector Diagonal() const;
   ON_3dPoint Center() const;
   bool IsValid() const;
@@ -53,7 +53,7 @@ class ON_PlaneEquation {
   double x, y, z, d;
 
   ON_PlaneEquation();
-  explicit ON_PlaneEquation(double xx, double yy, double zz, double dd);
+  ON_PlaneEquation(double xx, double yy, double zz, double dd);
 
   bool Create(ON_3dPoint P, ON_3dVector N);
   double ValueAt(ON_3dPoint P) const;

@@ -61,10 +61,10 @@ ON_BoundingBox::ON_BoundingBox(const ON_3dPoint& min_pt, const ON_3dPoint& max_p
 void ON_BoundingBox::Destroy() {
   *this = EmptyBoundingBox;
 }
-const ON_3dPoint& ON_BoundingBox::Min() const {
+ON_3dPoint ON_BoundingBox::Min() const {
   return m_min;
 }
-const ON_3dPoint& ON_BoundingBox::Max() const {
+ON_3dPoint ON_BoundingBox::Max() const {
   return m_max;
 }
 ON_3dVector ON_BoundingBox::Diagonal() const {
