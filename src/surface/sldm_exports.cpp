@@ -44,6 +44,13 @@ SolveOutputs RequestedOutputs(const double* levels, int levelCount,
                       levels && levelCount != 0 && isotherms && levelFlow};
 }
 
+// The flux mesh numbers its vertices from 0, so it must not hold anything that the appended
+// vertices, colours, normals or faces would have to line up with.
+bool IsBlankMesh(const ON_Mesh& mesh) {
+  return mesh.m_V.Count() == 0 && mesh.m_dV.Count() == 0 && mesh.m_F.Count() == 0 &&
+         mesh.m_C.Count() == 0 && mesh.m_N.Count() == 0;
+}
+
 int CheckSolveArguments(const brindle::SldmSolver& solver, const double* temperatures,
                         int temperatureCount, int levelCount, int faceFluxCount,
                         const ON_Mesh* fluxMesh, const SolveOutputs& outputs, char* error) {
@@ -65,7 +72,7 @@ int CheckSolveArguments(const brindle::SldmSolver& solver, const double* tempera
     brindle::SetErrorText(error, "Negative face flux count %d", faceFluxCount);
     return kNegativeFaceFluxCount;
   }
-  if (outputs.faceFlux && !fluxMesh->IsEmpty()) {
+  if (outputs.faceFlux && !IsBlankMesh(*fluxMesh)) {
     brindle::SetErrorText(error, "Flux mesh must be empty");
     return kFluxMeshNotEmpty;
   }
