@@ -1,0 +1,111 @@
+#include "meshtools/rect_mesh.h"
+
+#include <climits>
+#include <new>
+
+#include "brindle.h"
+#include "common/boundary_status.h"
+#include "common/error_text.h"
+
+namespace brindle {
+namespace {
+
+// Boundary status of grid row j of ny: held at 0 at the bottom, at 1 at the top, free between.
+int RowStatus(int j, int ny) {
+  if (j == 0) return kBoundaryLow;
+  if (j == ny) return kBoundaryHigh;
+  return kBoundaryInterior;
+}
+
+void AppendGridVertices(const ON_Plane& plane, double width, double height, int nx, int ny,
+                        ON_Mesh& mesh) {
+  const double x0 = width * -0.5;
+  const double y0 = height * -0.5;
+  const double dx = width / nx;
+  const double dy = height / ny;
+  const std::size_t vertex_count = static_cast<std::size_t>(nx + 1) * (ny + 1);
+  mesh.ReserveVertexCapacity(vertex_count);
+  mesh.m_C.Reserve(vertex_count);
+  for (int j = 0; j <= ny; ++j) {
+    const ON_Color colour = BoundaryStatusColor(RowStatus(j, ny));
+    const double v = j * dy + y0;
+    for (int i = 0; i <= nx; ++i) {
+      const double u = i * dx + x0;
+      mesh.m_dV.Append(plane.PointAt(u, v));
+      mesh.m_C.Append(colour);
+    }
+  }
+}
+
+// Counter-clockwise seen from the side the plane's normal points to.
+void AppendGridQuads(int nx, int ny, ON_Mesh& mesh) {
+  mesh.m_F.Reserve(static_cast<std::size_t>(nx) * ny);
+  for (int r = 0; r < ny; ++r) {
+    for (int c = 0; c < nx; ++c) {
+      const int k = r * (nx + 1) + c;
+      ON_MeshFace& quad = mesh.m_F.AppendNew();
+      quad.vi[0] = k;
+      quad.vi[1] = k + 1;
+      quad.vi[2] = k + nx + 2;
+      quad.vi[3] = k + nx + 1;
+    }
+  }
+}
+
+}  // namespace
+
+bool IsValidRectangle(double width, double height, int nx, int ny) {
+  // Written so that NaN sizes fail too.
+  if (!(width > 0.0) || !(height > 0.0) || nx < 1 || ny < 1) return false;
+  const long long vertices = (static_cast<long long>(nx) + 1) * (static_cast<long long>(ny) + 1);
+  const long long triangles = 2 * static_cast<long long>(nx) * ny;
+  return vertices <= INT_MAX && triangles <= INT_MAX;
+}
+
+std::unique_ptr<ON_Mesh> BuildRectMesh(const ON_Plane& plane, double width, double height, int nx,
+                                       int ny) {
+  auto mesh = std::make_unique<ON_Mesh>();
+  mesh->DoublePrecisionVertices();
+  AppendGridVertices(plane, width, height, nx, ny, *mesh);
+  mesh->UpdateSinglePrecisionVertices();
+  AppendGridQuads(nx, ny, *mesh);
+  // Only the mesh itself is checked afterwards; the individual results do not matter.
+  mesh->CombineIdenticalVertices(false, false);
+  mesh->ConvertQuadsToTriangles();
+  mesh->ComputeFaceNormals();
+  mesh->ComputeVertexNormals();
+  mesh->Compact();
+  return mesh;
+}
+
+}  // namespace brindle
+
+extern "C" BRINDLE_API int MakeRectMesh(const ON_Plane* plane, double width, double height, int nx,
+                                        int ny, ON_Mesh** result, char* error) {
+  brindle::ClearErrorText(error);
+  if (!brindle::IsValidRectangle(width, height, nx, ny)) {
+    if (result != nullptr) *result = nullptr;
+    brindle::SetErrorText(error, "Invalid dimensions or subdivisions");
+    return 1;
+  }
+  if (plane == nullptr || result == nullptr) {
+    if (result != nullptr) *result = nullptr;
+    brindle::SetErrorText(error, "Null plane or result pointer");
+    return 3;
+  }
+  std::unique_ptr<ON_Mesh> mesh;
+  try {
+    mesh = brindle::BuildRectMesh(*plane, width, height, nx, ny);
+  } catch (const std::bad_alloc&) {
+    *result = nullptr;
+    brindle::SetErrorText(error, "Out of memory");
+    return 4;
+  }
+  if (!mesh->IsValid()) {
+    *result = nullptr;
+    brindle::SetErrorText(error, "Generated mesh is invalid");
+    return 2;
+  }
+  *result = mesh.release();
+  return 0;
+}

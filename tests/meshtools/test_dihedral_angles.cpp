@@ -1,0 +1,82 @@
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "brindle.h"
+#include "meshtools/dihedral_angles.h"
+#include "tet_mesh_builders.h"
+
+namespace {
+
+constexpr double kPi = 3.141592653589793;
+
+TEST(DihedralAngles, TellingValuesInEdgeOrder) {
+  const auto mesh = brindle::testing::MakeTetMesh(
+      {ON_3dPoint(1, 1, 1), ON_3dPoint(1, -1, -1), ON_3dPoint(-1, 1, -1), ON_3dPoint(-1, -1, 1),
+       ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)},
+      {{0, 1, 2, 3}, {4, 5, 6, 7}, {4, 5, 6, 6}});
+  std::vector<double> angles(18, -1.0);
+  char error[1024] = "stale";
+  ASSERT_EQ(DihedralAngles(mesh.get(), angles.data(), error), 0);
+  EXPECT_STREQ(error, "");
+  // Regular (acos 1/3), corner (right angles at corner 0), and a triangle face, which keeps
+  // normals only on the two copies of its plane through edge (0,1).
+  const double r = 1.2309594, h = kPi / 2, c = 0.9553166;
+  const double expected[18] = {r, r, r, r, r, r, h, h, h, c, c, c, kPi, 0, 0, 0, 0, 0};
+  for (int j = 0; j < 18; ++j)
+    EXPECT_NEAR(angles[j], expected[j], 1e-7) << j;
+  EXPECT_EQ(angles[13], 0.0);
+  EXPECT_EQ(DihedralAngles(mesh.get(), nullptr, error), 2);
+  EXPECT_STREQ(error, "Null output array");
+}
+
+// For edge (a, b) with the other corners c < d: the normal of (a, b, c) away from d against
+// the normal of (a, b, d) away from c, twelve normals computed separately.
+void ReferenceAngles(const ON_3dPoint p[4], double angles[6]) {
+  const int edge[6][4] = {{0, 1, 2, 3}, {0, 2, 1, 3}, {0, 3, 1, 2},
+                          {1, 2, 0, 3}, {1, 3, 0, 2}, {2, 3, 0, 1}};
+  for (int j = 0; j < 6; ++j) {
+    const ON_3dPoint &a = p[edge[j][0]], &b = p[edge[j][1]], &c = p[edge[j][2]], &d = p[edge[j][3]];
+    const ON_3dVector n1 = brindle::NormalAwayFrom(a, b, c, d);
+    const ON_3dVector n2 = brindle::NormalAwayFrom(a, b, d, c);
+    angles[j] = n1.IsZero() || n2.IsZero() ? 0.0 : kPi - std::acos(std::clamp(n1 * n2, -1.0, 1.0));
+  }
+}
+
+TEST(DihedralAngles, TwelveNormalsAndIndependentOfCornerOrder) {
+  // Small integer grids make coplanar, collinear and repeated corners common, where a side
+  // test of exactly zero decides the direction of a normal.
+  std::mt19937 random(7);
+  std::uniform_int_distribution<int> grid(-2, 2);
+  std::uniform_real_distribution<double> real(-1.0, 1.0);
+  const int edge[6][2] = {{0, 1}, {0, 2}, {0, 3}, {1, 2}, {1, 3}, {2, 3}};
+  for (int trial = 0; trial < 20000; ++trial) {
+    const bool general = trial % 2;
+    ON_3dPoint p[4];
+    for (ON_3dPoint& q : p) {
+      q = general ? ON_3dPoint(real(random), real(random), real(random))
+                  : ON_3dPoint(grid(random), grid(random), grid(random));
+    }
+    double shared[6], reference[6];
+    brindle::TetrahedronDihedralAngles(p, shared);
+    ReferenceAngles(p, reference);
+    for (int j = 0; j < 6; ++j)
+      ASSERT_EQ(shared[j], reference[j]) << trial << " edge " << j;
+    if (!general || trial % 11) continue;
+    std::array<int, 4> perm = {0, 1, 2, 3};
+    std::shuffle(perm.begin(), perm.end(), random);
+    const ON_3dPoint q[4] = {p[perm[0]], p[perm[1]], p[perm[2]], p[perm[3]]};
+    brindle::TetrahedronDihedralAngles(q, shared);
+    for (int j = 0; j < 6; ++j) {  // edge j of q joins corners perm[a] and perm[b] of p
+      const int a = std::min(perm[edge[j][0]], perm[edge[j][1]]);
+      const int b = std::max(perm[edge[j][0]], perm[edge[j][1]]);
+      EXPECT_NEAR(shared[j], reference[a == 0 ? b - 1 : a + b], 1e-12) << trial;
+    }
+  }
+}
+
+}  // namespace
