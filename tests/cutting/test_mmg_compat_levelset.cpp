@@ -125,9 +125,8 @@ CutVolume CutWithMmg3d(const VolumeMesh& in, const std::vector<double>& values,
     out.tri_refs.push_back(ref);
   }
   MMG5_pSol never = nullptr;
-  MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &never, MMG5_ARG_end);
-  // The level-set structure was not listed above; release it on its own.
-  MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
+  MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &never, MMG5_ARG_ppLs, &ls,
+                 MMG5_ARG_end);
   return out;
 }
 
