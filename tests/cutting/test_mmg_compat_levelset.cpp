@@ -334,6 +334,18 @@ TEST(MmgCompatLevelSet3d, FailureReturns) {
   }
 }
 
+TEST(MmgCompatLevelSet3d, FaceOfThreeElementsIsPairedUp) {
+  // Three elements on one face (not a manifold mesh): two of them pair up across the face,
+  // the third sees it as boundary; the cut still succeeds.
+  const VolumeMesh fan = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, -1}, {0.2, 0.2, 2}},
+                          {{0, 1, 2, 3}, {0, 2, 1, 4}, {0, 1, 2, 5}}};
+  const CutVolume cut = CutWithMmg3d(fan, {1, 1, 1, -1, -1, -1});
+  EXPECT_EQ(MMG5_SUCCESS, cut.status);
+  EXPECT_EQ(15u, cut.points.size());
+  EXPECT_EQ(12u, cut.tets.size());
+  EXPECT_EQ(31u, cut.tris.size());
+}
+
 TEST(MmgCompatLevelSet3d, AllZeroLevelSetGoesNegative) {
   const CutVolume cut = CutWithMmg3d(StructuredCube(1, 1.0), std::vector<double>(8, 0.0));
   EXPECT_EQ(MMG5_SUCCESS, cut.status);
