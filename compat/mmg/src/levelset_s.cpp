@@ -342,7 +342,7 @@ int DiscretizeLevelSetSurface(MMG5_Mesh& mesh, MMG5_Sol* ls, MMG5_Sol* met) {
     CompactInput(mesh);
     return MMG5_LOWFAILURE;
   }
-  if (ls->np == 0 || ls->m.empty()) {
+  if (ls->np == 0 || ls->m.size() < static_cast<std::size_t>(mesh.np) + 1) {
     std::fprintf(stderr, "\n  ## ERROR: A VALID SOLUTION FILE IS NEEDED \n");
     ApplyScaleFrame(mesh, frame);
     return MMG5_STRONGFAILURE;
