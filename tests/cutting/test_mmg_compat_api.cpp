@@ -243,6 +243,11 @@ TEST(MmgCompatLifecycle, FreeingTheMeshReleasesItsSolutions) {
   EXPECT_EQ(1, MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &never,
                               MMG5_ARG_end));
   EXPECT_EQ(nullptr, mesh);
+  // `ls` is stale now; creating new structures through it must not release it again.
+  ASSERT_EQ(
+      1, MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
+  EXPECT_EQ(
+      1, MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
 }
 #endif
 

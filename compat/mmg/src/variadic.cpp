@@ -17,11 +17,10 @@ const char* ModuleName(Module module) {
   return module == Module::k3d ? "MMG3D" : "MMGS";
 }
 
-// Replaces *handle by a fresh structure. A handle left over from an earlier call is released
-// first so that a repeated Init_mesh does not leak.
+// Stores a fresh structure in *handle. Whatever the handle held before is not released: it
+// may be a stale copy of a structure that Free_all already released together with its mesh.
 template <class T>
 bool Renew(T** handle) {
-  delete *handle;
   *handle = new (std::nothrow) T();
   return *handle != nullptr;
 }

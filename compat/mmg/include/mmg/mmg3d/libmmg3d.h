@@ -63,11 +63,14 @@ enum MMG3D_Param {
 
 /* Variadic creation: MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh
  * [, MMG5_ARG_ppMet, &met][, MMG5_ARG_ppLs, &ls][, MMG5_ARG_ppDisp, &disp], MMG5_ARG_end).
- * Handles should be null on entry (a non-null one is released first). Returns 1, or 0 for a
- * missing ppMesh or an unknown key (MMG5_ARG_ppSols is not part of the subset). */
+ * Handles should be null on entry; unlike MMG, a non-null handle is overwritten, not released
+ * (it may be stale: see Free_all). Returns 1, or 0 for a missing ppMesh or an unknown key
+ * (MMG5_ARG_ppSols is not part of the subset). */
 int MMG3D_Init_mesh(const int starter, ...);
-/* Variadic release with the same keys; sets the caller's handles to null. Exactly one ppMesh
- * is required (else 0); an unknown key gives 0; a key given twice prints a warning. */
+/* Variadic release with the same keys; sets the given handles to null. Exactly one ppMesh is
+ * required (else 0); an unknown key gives 0; a key given twice prints a warning. Unlike MMG,
+ * solutions created by the same Init_mesh call but not listed are released too (MMG leaks
+ * them); their handles are then stale and must not be used again. */
 int MMG3D_Free_all(const int starter, ...);
 
 int MMG3D_Set_iparameter(MMG5_pMesh mesh, MMG5_pSol sol, int iparam, MMG5_int val);
