@@ -120,10 +120,9 @@ int CheckSolution(const MMG5_Sol* sol, const char* name) {
   }
   if (sol->npi != sol->np) {
     std::fprintf(stderr,
-                 "  ** MISSING DATA\n  ## Error: %s: if you don't use the %s_loadSol"
-                 " function, you must call the %s_Set_solSize function to have a valid"
-                 " solution size.\n",
-                 name, "MMG", "MMG");
+                 "  ** MISSING DATA\n  ## Error: %s: if you don't use the loadSol function,"
+                 " you must call the Set_solSize function to have a valid solution size.\n",
+                 name);
     return 0;
   }
   if (sol->dim != 3) {
