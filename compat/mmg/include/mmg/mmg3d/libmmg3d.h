@@ -93,10 +93,11 @@ int MMG3D_Set_solSize(MMG5_pMesh mesh, MMG5_pSol sol, int typEntity, MMG5_int np
 int MMG3D_Set_scalarSols(MMG5_pSol met, double* s);
 int MMG3D_Chk_meshData(MMG5_pMesh mesh, MMG5_pSol met);
 
-/* Level-set discretisation of `sol` (one value per vertex) at the level 0 (DPARAM_ls).
- * Returns MMG5_SUCCESS, MMG5_LOWFAILURE (worst input quality below 1e-30) or
- * MMG5_STRONGFAILURE (no values, value count != np, degenerate bounding box, non-manifold
- * result). `met` may be null; it is not filled. */
+/* Level-set discretisation of `sol` (one value per vertex) at the level DPARAM_ls (default 0).
+ * Returns MMG5_SUCCESS, MMG5_LOWFAILURE (worst input quality below 1e-30; the mesh is left in
+ * MMG's scaled frame, as MMG leaves it) or MMG5_STRONGFAILURE (no values, value count != np,
+ * degenerate bounding box, allocation failure). `met` may be null; it is not filled. The
+ * level-set values are consumed (released), as in MMG. */
 int MMG3D_mmg3dls(MMG5_pMesh mesh, MMG5_pSol sol, MMG5_pSol met);
 
 int MMG3D_Get_meshSize(MMG5_pMesh mesh, MMG5_int* np, MMG5_int* ne, MMG5_int* nprism, MMG5_int* nt,

@@ -67,7 +67,9 @@ int MMGS_Set_solSize(MMG5_pMesh mesh, MMG5_pSol sol, int typEntity, MMG5_int np,
 int MMGS_Set_scalarSols(MMG5_pSol met, double* s);
 int MMGS_Chk_meshData(MMG5_pMesh mesh, MMG5_pSol met);
 
-/* Level-set discretisation of a triangle surface; same return codes as MMG3D_mmg3dls. */
+/* Level-set discretisation of a triangle surface; same return codes as MMG3D_mmg3dls, except
+ * that a bad input quality (MMG5_LOWFAILURE) leaves the mesh unscaled, unused vertices removed.
+ * Cut vertices and the ends of interface edges get the reference 10 (IPARAM_isoref). */
 int MMGS_mmgsls(MMG5_pMesh mesh, MMG5_pSol sol, MMG5_pSol met);
 
 int MMGS_Get_meshSize(MMG5_pMesh mesh, MMG5_int* np, MMG5_int* nt, MMG5_int* na);
