@@ -1,0 +1,254 @@
+// Behaviour of the MMG library API as brindle relies on it: element quality, the parameter
+// setters, the mesh and solution setters and the call-by-call triangle cursor. Written
+// against the MMG headers only, so it runs against the bundled subset and a real MMG alike.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+#include "mmg/mmg3d/libmmg3d.h"
+#include "mmg/mmgs/libmmgs.h"
+
+namespace {
+
+// One MMG3D mesh with its metric, released on scope exit.
+struct Mesh3d {
+  MMG5_pMesh mesh = nullptr;
+  MMG5_pSol met = nullptr;
+  MMG5_pSol ls = nullptr;
+  Mesh3d() {
+    EXPECT_EQ(1, MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met,
+                                 MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
+  }
+  ~Mesh3d() {
+    MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met, MMG5_ARG_ppLs, &ls,
+                   MMG5_ARG_end);
+  }
+  // Sets vertices and tetrahedra (0-based indices) and returns Set_tetrahedra's result.
+  int Load(std::vector<double> xyz, std::vector<MMG5_int> tets) {
+    const MMG5_int np = static_cast<MMG5_int>(xyz.size() / 3);
+    const MMG5_int ne = static_cast<MMG5_int>(tets.size() / 4);
+    EXPECT_EQ(1, MMG3D_Set_meshSize(mesh, np, ne, 0, 0, 0, 0));
+    EXPECT_EQ(1, MMG3D_Set_vertices(mesh, xyz.data(), nullptr));
+    for (MMG5_int& v : tets)
+      ++v;
+    return MMG3D_Set_tetrahedra(mesh, tets.data(), nullptr);
+  }
+};
+
+struct MeshS {
+  MMG5_pMesh mesh = nullptr;
+  MMG5_pSol met = nullptr;
+  MeshS() {
+    EXPECT_EQ(1, MMGS_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met,
+                                MMG5_ARG_end));
+  }
+  ~MeshS() {
+    MMGS_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met, MMG5_ARG_end);
+  }
+  int Load(std::vector<double> xyz, std::vector<MMG5_int> tris) {
+    const MMG5_int np = static_cast<MMG5_int>(xyz.size() / 3);
+    const MMG5_int nt = static_cast<MMG5_int>(tris.size() / 3);
+    EXPECT_EQ(1, MMGS_Set_meshSize(mesh, np, nt, 0));
+    EXPECT_EQ(1, MMGS_Set_vertices(mesh, xyz.data(), nullptr));
+    for (MMG5_int& v : tris)
+      ++v;
+    return MMGS_Set_triangles(mesh, tris.data(), nullptr);
+  }
+};
+
+const std::vector<double> kCorner = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
+
+TEST(MmgCompatQuality, TetrahedronReferenceValues) {
+  const double h = std::sqrt(2.0 / 3.0), r = 1.0 / std::sqrt(3.0);
+  Mesh3d m;
+  ASSERT_EQ(1, m.Load({0, 0,   0,     1, 0, 0, 0.5, std::sqrt(3.0) / 2,
+                       0, 0.5, r / 2, h,  // regular
+                       0, 0,   0,     1, 0, 0, 0,   1,
+                       0, 0,   0,     1,  // corner
+                       0, 0,   0,     0, 1, 0, 1,   0,
+                       0, 0,   0,     1,  // reversed
+                       0, 0,   0,     1, 0, 0, 1,   1,
+                       0, 1,   1,     1},  // path
+                      {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15}));
+  ASSERT_EQ(1, MMG3D_Chk_meshData(m.mesh, m.met));
+  EXPECT_NEAR(0.999999999999999, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 1), 2e-15);
+  EXPECT_LT(MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 1), 1.0);
+  EXPECT_NEAR(4.0 * std::sqrt(3.0) / 9.0, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 2), 1e-14);
+  // A negatively ordered tetrahedron is reoriented by the setter: same quality, not 0.
+  EXPECT_DOUBLE_EQ(MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 2),
+                   MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 3));
+  EXPECT_NEAR(0.657267, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 4), 1e-6);
+  // Out of range on either side: 0, no crash.
+  EXPECT_EQ(0.0, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 0));
+  EXPECT_EQ(0.0, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 5));
+}
+
+TEST(MmgCompatQuality, TetrahedronIsScaleInvariant) {
+  std::vector<double> small = kCorner;
+  for (double& c : small)
+    c *= 1e-3;
+  Mesh3d a, b;
+  ASSERT_EQ(1, a.Load(kCorner, {0, 1, 2, 3}));
+  ASSERT_EQ(1, b.Load(small, {0, 1, 2, 3}));
+  EXPECT_NEAR(MMG3D_Get_tetrahedronQuality(a.mesh, a.met, 1),
+              MMG3D_Get_tetrahedronQuality(b.mesh, b.met, 1), 1e-14);
+}
+
+TEST(MmgCompatQuality, TriangleReferenceValues) {
+  MeshS m;
+  ASSERT_EQ(1, m.Load({0, 0, 0, 1, 0, 0, 0.5, std::sqrt(3.0) / 2,
+                       0,  // equilateral
+                       0, 0, 0, 1, 0, 0, 0,   1,
+                       0,  // right isosceles
+                       0, 0, 0, 1, 1, 1, 2,   2,
+                       2,  // collinear
+                       0, 0, 0, 0, 1, 0, 1,   0,
+                       0},  // flipped right isosceles
+                      {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}));
+  ASSERT_EQ(1, MMGS_Chk_meshData(m.mesh, m.met));
+  EXPECT_NEAR(1.0, MMGS_Get_triangleQuality(m.mesh, m.met, 1), 1e-15);
+  EXPECT_NEAR(0.866025403784439, MMGS_Get_triangleQuality(m.mesh, m.met, 2), 1e-15);
+  EXPECT_EQ(0.0, MMGS_Get_triangleQuality(m.mesh, m.met, 3));
+  EXPECT_EQ(MMGS_Get_triangleQuality(m.mesh, m.met, 2), MMGS_Get_triangleQuality(m.mesh, m.met, 4));
+  EXPECT_EQ(0.0, MMGS_Get_triangleQuality(m.mesh, m.met, 0));
+  EXPECT_EQ(0.0, MMGS_Get_triangleQuality(m.mesh, m.met, 5));
+}
+
+TEST(MmgCompatSetters, ParameterKindsAndValues) {
+  Mesh3d m;
+  EXPECT_EQ(4, MMG3D_IPARAM_iso);
+  EXPECT_EQ(15, MMG3D_IPARAM_nreg);
+  EXPECT_EQ(11, MMG3D_IPARAM_noinsert);
+  EXPECT_EQ(30, MMG3D_DPARAM_hausd);
+  EXPECT_EQ(31, MMG3D_DPARAM_hgrad);
+  EXPECT_EQ(28, MMG3D_DPARAM_hmax);
+  EXPECT_EQ(3, MMG3D_IPARAM_angle);
+  EXPECT_EQ(1, MMG3D_Set_iparameter(m.mesh, m.ls, MMG3D_IPARAM_iso, 1));
+  // A real parameter through the integer setter is refused.
+  EXPECT_EQ(0, MMG3D_Set_iparameter(m.mesh, m.ls, MMG3D_DPARAM_hausd, 0));
+  EXPECT_EQ(1, MMG3D_Set_dparameter(m.mesh, m.ls, MMG3D_DPARAM_hmax, 0.5));
+  EXPECT_EQ(0, MMG3D_Set_dparameter(m.mesh, m.ls, MMG3D_IPARAM_angle, 0.0));
+
+  MeshS s;
+  EXPECT_EQ(12, MMGS_IPARAM_nreg);
+  EXPECT_EQ(9, MMGS_IPARAM_noinsert);
+  EXPECT_EQ(25, MMGS_DPARAM_hausd);
+  EXPECT_EQ(26, MMGS_DPARAM_hgrad);
+  EXPECT_EQ(23, MMGS_DPARAM_hmax);
+  EXPECT_EQ(1, MMGS_Set_iparameter(s.mesh, s.met, MMGS_IPARAM_iso, 1));
+  EXPECT_EQ(0, MMGS_Set_iparameter(s.mesh, s.met, MMGS_DPARAM_hausd, 0));
+  EXPECT_EQ(1, MMGS_Set_dparameter(s.mesh, s.met, MMGS_DPARAM_hgrad, 20.0));
+}
+
+TEST(MmgCompatSetters, SizesAndSolutions) {
+  Mesh3d m;
+  EXPECT_EQ(0, MMG3D_Set_meshSize(m.mesh, 0, 1, 0, 0, 0, 0));  // no points
+  EXPECT_EQ(1, MMG3D_Set_meshSize(m.mesh, 4, 0, 0, 0, 0, 0));  // no tetrahedra is fine
+  // An unsized solution refuses values; a sized one takes them.
+  std::vector<double> values = {1, 2, 3, 4};
+  EXPECT_EQ(0, MMG3D_Set_scalarSols(m.ls, values.data()));
+  EXPECT_EQ(0, MMG3D_Set_solSize(m.mesh, m.ls, MMG5_Triangle, 4, MMG5_Scalar));
+  EXPECT_EQ(1, MMG3D_Set_solSize(m.mesh, m.ls, MMG5_Vertex, 0, MMG5_Scalar));
+  EXPECT_EQ(0, MMG3D_Set_scalarSols(m.ls, values.data()));
+  EXPECT_EQ(1, MMG3D_Set_solSize(m.mesh, m.ls, MMG5_Vertex, 4, MMG5_Scalar));
+  EXPECT_EQ(1, MMG3D_Set_scalarSols(m.ls, values.data()));
+  EXPECT_EQ(1, MMG3D_Chk_meshData(m.mesh, m.ls));
+
+  MeshS s;
+  EXPECT_EQ(0, MMGS_Set_meshSize(s.mesh, 3, 0, 0));  // no triangles
+  EXPECT_EQ(0, MMGS_Set_meshSize(s.mesh, 0, 1, 0));  // no points
+}
+
+TEST(MmgCompatSetters, TetrahedraOrientationAndNullVolume) {
+  Mesh3d m;
+  // Second tetrahedron is given negatively, third is flat: the copy stops at the third.
+  ASSERT_EQ(0, m.Load({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 1, 1, 0},
+                      {0, 1, 2, 3, 0, 2, 1, 3, 0, 1, 2, 4}));
+  std::vector<MMG5_int> tets(12, -7);
+  ASSERT_EQ(1, MMG3D_Get_tetrahedra(m.mesh, tets.data(), nullptr, nullptr));
+  EXPECT_EQ((std::vector<MMG5_int>{1, 2, 3, 4, 1, 3, 4, 2}),
+            std::vector<MMG5_int>(tets.begin(), tets.begin() + 8));
+  // A check of the data still passes: MMG leaves that to the quality test of mmg3dls.
+  EXPECT_EQ(1, MMG3D_Chk_meshData(m.mesh, m.met));
+}
+
+TEST(MmgCompatSetters, SurfaceTrianglesAreStoredFlipped) {
+  MeshS s;
+  ASSERT_EQ(1, s.Load({0, 0, 0, 1, 0, 0, 0, 1, 0}, {0, 1, 2}));
+  MMG5_int v[3] = {0, 0, 0}, ref = -1;
+  int required = -1;
+  ASSERT_EQ(1, MMGS_Get_triangle(s.mesh, &v[0], &v[1], &v[2], &ref, &required));
+  EXPECT_EQ(1, v[0]);
+  EXPECT_EQ(3, v[1]);
+  EXPECT_EQ(2, v[2]);
+  EXPECT_EQ(0, ref);
+  EXPECT_EQ(0, required);
+}
+
+TEST(MmgCompatGetters, TriangleCursorWrapsAndBlocksTheDataCheck) {
+  MeshS s;
+  ASSERT_EQ(1, s.Load({0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0}, {0, 1, 2, 1, 3, 2}));
+  auto next_first_vertex = [&s] {
+    MMG5_int a = 0, b = 0, c = 0;
+    EXPECT_EQ(1, MMGS_Get_triangle(s.mesh, &a, &b, &c, nullptr, nullptr));
+    return b;  // 2nd stored vertex: 3 for the first triangle, 3 for the second too
+  };
+  EXPECT_EQ(3, next_first_vertex());
+  // Half way through, the counters no longer match the sizes.
+  EXPECT_EQ(0, MMGS_Chk_meshData(s.mesh, s.met));
+  MMG5_int a = 0, b = 0, c = 0;
+  ASSERT_EQ(1, MMGS_Get_triangle(s.mesh, &a, &b, &c, nullptr, nullptr));
+  EXPECT_EQ(2, a);
+  ASSERT_EQ(1, MMGS_Get_triangle(s.mesh, &a, &b, &c, nullptr, nullptr));  // wraps to 1
+  EXPECT_EQ(1, a);
+}
+
+TEST(MmgCompatGetters, TriangleCursorOnAnEmptyTable) {
+  Mesh3d m;
+  ASSERT_EQ(1, m.Load(kCorner, {0, 1, 2, 3}));
+  MMG5_int a = 0, b = 0, c = 0;
+  EXPECT_EQ(0, MMG3D_Get_triangle(m.mesh, &a, &b, &c, nullptr, nullptr));
+  EXPECT_EQ(0, MMG3D_Get_triangle(m.mesh, &a, &b, &c, nullptr, nullptr));
+}
+
+TEST(MmgCompatLifecycle, InitAndFreeArguments) {
+  MMG5_pMesh mesh = nullptr;
+  MMG5_pSol met = nullptr;
+  EXPECT_EQ(0, MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMet, &met, MMG5_ARG_end));  // no mesh
+  ASSERT_EQ(1, MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met,
+                               MMG5_ARG_end));
+  EXPECT_EQ(0, MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMet, &met, MMG5_ARG_end));
+  EXPECT_NE(nullptr, met);
+  // A never-created handle next to the live ones is accepted.
+  MMG5_pSol never = nullptr;
+  EXPECT_EQ(1, MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met,
+                              MMG5_ARG_ppLs, &never, MMG5_ARG_end));
+  EXPECT_EQ(nullptr, mesh);
+  EXPECT_EQ(nullptr, met);
+}
+
+#ifndef BRINDLE_REAL_MMG
+// The bundled subset also releases solutions created with the mesh but not listed when it is
+// freed (MMG leaks them); the sanitizer build checks that nothing is left.
+TEST(MmgCompatLifecycle, FreeingTheMeshReleasesItsSolutions) {
+  MMG5_pMesh mesh = nullptr;
+  MMG5_pSol ls = nullptr, never = nullptr;
+  ASSERT_EQ(
+      1, MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
+  double xyz[] = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
+  ASSERT_EQ(1, MMG3D_Set_meshSize(mesh, 4, 0, 0, 0, 0, 0));
+  ASSERT_EQ(1, MMG3D_Set_vertices(mesh, xyz, nullptr));
+  ASSERT_EQ(1, MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, 4, MMG5_Scalar));
+  EXPECT_EQ(1, MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &never,
+                              MMG5_ARG_end));
+  EXPECT_EQ(nullptr, mesh);
+  // `ls` is stale now; creating new structures through it must not release it again.
+  ASSERT_EQ(
+      1, MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
+  EXPECT_EQ(
+      1, MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
+}
+#endif
+
+}  // namespace
