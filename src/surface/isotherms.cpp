@@ -1,0 +1,78 @@
+#include "surface/isotherms.h"
+
+#include <cmath>
+#include <future>
+
+namespace brindle {
+namespace {
+
+constexpr double kLevelAtCorner = 1e-14;
+
+bool ChangesSign(double first, double second) {
+  return !(first * second >= 0.0);
+}
+
+ON_3dPoint EdgeCrossing(const ON_3dPoint& first, const ON_3dPoint& second, double dFirst,
+                        double dSecond) {
+  return first * (dSecond / (dSecond - dFirst)) + second * (dFirst / (dFirst - dSecond));
+}
+
+}  // namespace
+
+Isotherm TraceIsotherm(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
+                       const std::vector<double>& magnitude, double level) {
+  const int faceCount = mesh.FaceCount();
+  Isotherm result;
+  result.first.Reserve(static_cast<std::size_t>(faceCount / 4));
+  result.second = 0.0;
+  for (int f = 0; f < faceCount; ++f) {
+    const ON_MeshFace& face = mesh.m_F[f];
+    const int corner[3] = {face.vi[0], face.vi[1], face.vi[2]};
+    const double d[3] = {temperature[corner[0]] - level, temperature[corner[1]] - level,
+                         temperature[corner[2]] - level};
+    if (std::fabs(d[0]) < kLevelAtCorner || std::fabs(d[1]) < kLevelAtCorner ||
+        std::fabs(d[2]) < kLevelAtCorner)
+      continue;
+    // Edges in the order (a,b), (b,c), (c,a).
+    const bool crosses[3] = {ChangesSign(d[0], d[1]), ChangesSign(d[1], d[2]),
+                             ChangesSign(d[2], d[0])};
+    if (crosses[0] + crosses[1] + crosses[2] != 2) continue;
+
+    ON_3dPoint ends[2];
+    int found = 0;
+    for (int edge = 0; edge < 3; ++edge) {
+      if (!crosses[edge]) continue;
+      const int first = edge, second = (edge + 1) % 3;
+      ends[found++] = EdgeCrossing(mesh.Vertex(corner[first]), mesh.Vertex(corner[second]),
+                                   d[first], d[second]);
+    }
+    const ON_Line segment(ends[0], ends[1]);
+    result.first.Append(segment);
+    result.second += magnitude[f] * segment.Length();
+  }
+  return result;
+}
+
+void TraceIsotherms(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
+                    const std::vector<double>& magnitude, const double* levels, int levelCount,
+                    ON_SimpleArray<ON_Line>& lines, double* flows) {
+  // The tasks only read the mesh, temperatures and magnitudes; each writes its own result.
+  std::vector<std::future<Isotherm>> tasks;
+  tasks.reserve(static_cast<std::size_t>(levelCount));
+  for (int i = 0; i < levelCount; ++i) {
+    const double level = levels[i];
+    tasks.push_back(std::async([&mesh, &temperature, &magnitude, level] {
+      return TraceIsotherm(mesh, temperature, magnitude, level);
+    }));
+  }
+  const int faceCount = mesh.FaceCount();
+  lines.Reserve(static_cast<std::size_t>(lines.Count()) +
+                static_cast<std::size_t>(faceCount) * static_cast<std::size_t>(levelCount) / 4);
+  for (int i = 0; i < levelCount; ++i) {
+    Isotherm isotherm = tasks[i].get();
+    lines.Append(isotherm.first.Count(), isotherm.first.Array());
+    flows[i] = isotherm.second;
+  }
+}
+
+}  // namespace brindle

@@ -1,0 +1,176 @@
+#include "surface/surface_model.h"
+
+#include <algorithm>
+
+#include "common/boundary_status.h"
+#include "common/error_text.h"
+
+namespace brindle {
+
+int SurfaceModel::LargestRegion() const {
+  return faceRegion.empty() ? -1 : *std::max_element(faceRegion.begin(), faceRegion.end());
+}
+
+bool SurfaceModel::SetConductivities(const double* values, int count) {
+  if (count > LargestRegion()) {
+    conductivity.assign(values, values + count);
+    return true;
+  }
+  conductivity.clear();
+  return false;
+}
+
+void SurfaceModel::SetDefaultConductivities() {
+  const std::vector<double> ones(static_cast<std::size_t>(LargestRegion() + 1), 1.0);
+  SetConductivities(ones.data(), static_cast<int>(ones.size()));
+}
+
+int CheckSurfaceInput(const ON_Mesh* mesh, int method, char* error) {
+  // Unsigned, so that negative methods fail as well.
+  if (static_cast<unsigned int>(method) > 3u) {
+    SetErrorText(error, "Invalid method %d, must be 0-3", method);
+    return 24;
+  }
+  if (!mesh) {
+    SetErrorText(error, "Null mesh");
+    return 25;
+  }
+  // Raw counts: a mesh with single-precision vertices only is refused.
+  if (mesh->m_dV.Count() != mesh->m_V.Count()) {
+    SetErrorText(error, "Double and single precision vertex counts differ");
+    return 26;
+  }
+  if (mesh->QuadCount() != 0) {
+    SetErrorText(error, "Mesh contains quads, only triangles supported");
+    return 27;
+  }
+  if (!mesh->HasVertexColors()) {
+    SetErrorText(error, "Mesh has no vertex colors for boundary conditions");
+    return 28;
+  }
+  if (mesh->VertexCount() == 0) {
+    SetErrorText(error, "Mesh has no vertices");
+    return 29;
+  }
+  if (mesh->FaceCount() == 0) {
+    SetErrorText(error, "Mesh has no faces");
+    return 30;
+  }
+  return 0;
+}
+
+namespace {
+
+// Every face index must address a vertex before it can be renumbered.
+int CheckFaceIndices(const ON_Mesh& input, char* error) {
+  const unsigned int vertexCount = static_cast<unsigned int>(input.VertexCount());
+  for (int f = 0; f < input.FaceCount(); ++f) {
+    const ON_MeshFace& face = input.m_F[f];
+    for (int corner = 0; corner < 4; ++corner) {
+      if (static_cast<unsigned int>(face.vi[corner]) >= vertexCount) {
+        SetErrorText(error, "Face %d has a vertex index out of range", f);
+        return kFaceVertexOutOfRange;
+      }
+    }
+  }
+  return 0;
+}
+
+int CopyFaceRegions(const int* faceRegions, int faceCount, std::vector<int>& regions, char* error) {
+  if (!faceRegions) {
+    // Without regions the whole surface is one material of conductivity 1.0.
+    regions.assign(static_cast<std::size_t>(faceCount), 0);
+    return 0;
+  }
+  regions.assign(faceRegions, faceRegions + faceCount);
+  for (int f = 0; f < faceCount; ++f) {
+    if (regions[f] < 0) {
+      SetErrorText(error, "Face %d has negative region number %d", f, regions[f]);
+      return kNegativeFaceRegion;
+    }
+  }
+  return 0;
+}
+
+// Fixed vertices take the next index from the front, free ones the next from the back.
+void OrderVertices(const ON_Mesh& input, SurfaceModel& model) {
+  const int vertexCount = input.VertexCount();
+  model.oldToNew.resize(static_cast<std::size_t>(vertexCount));
+  model.newToOld.resize(static_cast<std::size_t>(vertexCount));
+  model.mesh.m_C.Reserve(static_cast<std::size_t>(vertexCount));
+  model.mesh.m_C.SetCount(vertexCount);
+  int fixed = 0;
+  for (int i = 0; i < vertexCount; ++i) {
+    const ON_Color color = input.m_C[i];
+    int ordered;
+    if (IsFixedBoundaryStatus(DecodeBoundaryStatus(color))) {
+      ordered = fixed++;
+    } else {
+      ordered = (vertexCount - 1) - (i - fixed);
+    }
+    model.mesh.m_C[ordered] = color;
+    model.newToOld[ordered] = i;
+    model.oldToNew[i] = ordered;
+  }
+  model.fixedCount = fixed;
+}
+
+void CopyVerticesAndFaces(const ON_Mesh& input, SurfaceModel& model) {
+  const int vertexCount = input.VertexCount();
+  const int faceCount = input.FaceCount();
+  ON_Mesh& mesh = model.mesh;
+  mesh.m_dV.Reserve(static_cast<std::size_t>(vertexCount));
+  mesh.m_dV.SetCount(vertexCount);
+  mesh.m_V.Reserve(static_cast<std::size_t>(vertexCount));
+  mesh.m_V.SetCount(vertexCount);
+  for (int j = 0; j < vertexCount; ++j) {
+    const int i = model.newToOld[j];
+    mesh.m_dV[j] = input.m_dV[i];
+    mesh.m_V[j] = input.m_V[i];
+  }
+  mesh.m_F.Reserve(static_cast<std::size_t>(faceCount));
+  mesh.m_F.SetCount(faceCount);
+  for (int f = 0; f < faceCount; ++f) {
+    const ON_MeshFace& source = input.m_F[f];
+    ON_MeshFace& target = mesh.m_F[f];
+    for (int corner = 0; corner < 4; ++corner)
+      target.vi[corner] = model.oldToNew[source.vi[corner]];
+  }
+}
+
+int SetPrescribedValues(SurfaceModel& model, char* error) {
+  model.prescribed.resize(model.fixedCount);
+  for (int j = 0; j < model.fixedCount; ++j) {
+    const int status = DecodeBoundaryStatus(model.mesh.m_C[j]);
+    // The ordering put only fixed statuses here; the test guards that invariant.
+    if (!IsFixedBoundaryStatus(status)) {
+      SetErrorText(error, "Unexpected boundary status at vertex %d", j);
+      return kUnexpectedBoundaryStatus;
+    }
+    model.prescribed[j] = PrescribedTemperature(status);
+  }
+  return 0;
+}
+
+}  // namespace
+
+int BuildSurfaceModel(const ON_Mesh& input, const int* faceRegions, SurfaceModel& model,
+                      char* error) {
+  if (const int code = CheckFaceIndices(input, error)) return code;
+  if (const int code = CopyFaceRegions(faceRegions, input.FaceCount(), model.faceRegion, error))
+    return code;
+  OrderVertices(input, model);
+  CopyVerticesAndFaces(input, model);
+
+  ON_wString discarded;
+  ON_TextLog log(discarded);
+  if (!model.mesh.IsValid(&log)) {
+    SetErrorText(error, "Ordered mesh is invalid");
+    return kOrderedMeshInvalid;
+  }
+  if (const int code = SetPrescribedValues(model, error)) return code;
+  model.SetDefaultConductivities();
+  return 0;
+}
+
+}  // namespace brindle
