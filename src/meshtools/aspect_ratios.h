@@ -1,0 +1,20 @@
+// Aspect ratio of tetrahedra: the largest doubled face area times the longest edge over six
+// times the volume. A regular tetrahedron measures sqrt(6)/2; slivers and needles grow large.
+#ifndef BRINDLE_MESHTOOLS_ASPECT_RATIOS_H
+#define BRINDLE_MESHTOOLS_ASPECT_RATIOS_H
+
+#include "opennurbs.h"
+
+namespace brindle {
+
+// Cmax * Lmax / (6 V) of the tetrahedron (p0, p1, p2, p3); +infinity when its volume is zero
+// (or not a positive number, e.g. for unset corners).
+double TetrahedronAspectRatio(const ON_3dPoint& p0, const ON_3dPoint& p1, const ON_3dPoint& p2,
+                              const ON_3dPoint& p3);
+
+// Writes one ratio per face of `mesh` into `ratios`, reading every face as a tetrahedron.
+void ComputeAspectRatios(const ON_Mesh& mesh, double* ratios);
+
+}  // namespace brindle
+
+#endif

@@ -1,0 +1,69 @@
+#include "meshtools/boundary_extraction.h"
+
+#include "brindle.h"
+#include "common/error_text.h"
+
+namespace brindle {
+
+void AddTetrahedra(const ON_Mesh& tetrahedra, FaceTable& table) {
+  for (int t = 0; t < tetrahedra.FaceCount(); ++t)
+    table.AddTetrahedron(tetrahedra.m_F[t].vi, t);
+}
+
+std::unique_ptr<ON_Mesh> ExtractBoundaryMesh(const ON_Mesh& tetrahedra,
+                                             BoundaryFaceCounts* counts) {
+  // A closed tetrahedral mesh has about two distinct triangles per tetrahedron.
+  FaceTable table(2 * static_cast<std::size_t>(tetrahedra.FaceCount()) + 16);
+  AddTetrahedra(tetrahedra, table);
+
+  auto boundary = std::make_unique<ON_Mesh>();
+  boundary->m_V = tetrahedra.m_V;
+  boundary->m_dV = tetrahedra.m_dV;
+  if (tetrahedra.m_C.Count() > 0) boundary->m_C = tetrahedra.m_C;
+
+  BoundaryFaceCounts found;
+  ON_SimpleArray<ON_MeshFace>& faces = boundary->m_F;
+  table.ForEach([&found, &faces](const FaceKey& key, int tets) {
+    if (tets == 1) {
+      ON_MeshFace& face = faces.AppendNew();
+      face.vi[0] = key.v[0];
+      face.vi[1] = key.v[1];
+      face.vi[2] = key.v[2];
+      face.vi[3] = key.v[2];
+      ++found.boundary;
+    } else if (tets == 2) {
+      ++found.interior;
+    } else {
+      ++found.over_shared;
+    }
+  });
+  // Drops the vertices inside the volume and renumbers the triangles, keeping their order.
+  boundary->Compact();
+  *counts = found;
+  return boundary;
+}
+
+}  // namespace brindle
+
+extern "C" BRINDLE_API int ExtractBoundaryMeshWithStats(const ON_Mesh* tetrahedra,
+                                                        int* boundary_count, int* interior_count,
+                                                        int* over_shared_count, ON_Mesh** result,
+                                                        char* error) {
+  brindle::ClearErrorText(error);
+  if (tetrahedra == nullptr || tetrahedra->FaceCount() == 0) {
+    if (result != nullptr) *result = nullptr;
+    brindle::SetErrorText(error, "Null or empty tet mesh");
+    return 1;
+  }
+  if (result == nullptr) {
+    brindle::SetErrorText(error, "Null result pointer");
+    return 2;
+  }
+  brindle::BoundaryFaceCounts counts;
+  std::unique_ptr<ON_Mesh> boundary = brindle::ExtractBoundaryMesh(*tetrahedra, &counts);
+  if (boundary_count != nullptr) *boundary_count = counts.boundary;
+  if (interior_count != nullptr) *interior_count = counts.interior;
+  if (over_shared_count != nullptr) *over_shared_count = counts.over_shared;
+  *result = boundary.release();
+  return 0;
+}
