@@ -1,10 +1,12 @@
 #include "detail_study.h"
 
+#include <cmath>
 #include <cstdio>
 #include <limits>
 
 #include "block_mesher.h"
 #include "geometry.h"
+#include "medit.h"
 #include "vtk_writer.h"
 
 namespace brindle::study {
@@ -75,10 +77,28 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
       pair.inside, pair.outside, pair.Celsius(run.minFactor), flow * pair.Difference());
   std::fflush(stdout);
 
+  JsonObject json;
+  if (options.convergence && options.refine3d > 0) {
+    const DetailRun coarse = SolveDetail(detail, DetailSizes().Refined(options.refine3d - 1));
+    const double coarseChi = copies * coarse.flow - u * area;
+    const double change = std::abs(chi / coarseChi - 1.0);
+    progress.Line(
+        Format("  mesh check: level %d gives chi = %.4f W/K, level %d %.4f W/K "
+               "(change %.1f %%)",
+               options.refine3d - 1, coarseChi, options.refine3d, chi, 100 * change));
+    JsonObject check;
+    check.Add("levels", std::vector<double>{options.refine3d - 1.0, double(options.refine3d)})
+        .Add("chi_W_per_K", std::vector<double>{coarseChi, chi})
+        .Add("finest_change", change);
+    json.Add("mesh_check", check);
+  }
+
   const std::string vtk = options.output + "/steel-3d.vtk";
   WriteDetailVtk(vtk, run, pair);
-  progress.Line("  wrote " + vtk);
-  JsonObject json;
+  const std::string mesh = options.output + "/steel-3d.mesh";
+  WriteMedit(mesh, MeditText(run.mesh));
+  progress.Line("  wrote " + vtk + " and " + mesh + "; to study that mesh as your own:");
+  progress.Line("    brindle-study --mesh " + mesh + " " + MeditStudyArguments(run.mesh.materials));
   json.Add("heat_flow_W_per_K", flow)
       .Add("wall_area_m2", area)
       .Add("U_by_hand_W_per_m2K", u)

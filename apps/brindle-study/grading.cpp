@@ -52,8 +52,7 @@ std::vector<double> GradedDivision(double a, double b, const MeshSizes& sizes) {
   return points;
 }
 
-std::vector<double> GradedLines(std::vector<double> breaks, const MeshSizes& sizes,
-                                const std::vector<double>& single) {
+std::vector<double> GradedLines(std::vector<double> breaks, const MeshSizes& sizes) {
   std::sort(breaks.begin(), breaks.end());
   breaks.erase(std::unique(breaks.begin(), breaks.end()), breaks.end());
   if (breaks.size() < 2) throw std::invalid_argument("need at least two distinct breaks");
@@ -61,10 +60,6 @@ std::vector<double> GradedLines(std::vector<double> breaks, const MeshSizes& siz
   for (std::size_t i = 0; i + 1 < breaks.size(); ++i) {
     const double a = breaks[i];
     const double b = breaks[i + 1];
-    if (std::find(single.begin(), single.end(), a) != single.end()) {
-      lines.push_back(b);
-      continue;
-    }
     const std::vector<double> points = GradedDivision(a, b, sizes);
     lines.insert(lines.end(), points.begin() + 1, points.end());
   }

@@ -23,10 +23,8 @@ struct MeshSizes {
 std::vector<double> GradedDivision(double a, double b, const MeshSizes& sizes);
 
 // Sorted, de-duplicated grid lines through every break, each interval divided by
-// GradedDivision. Intervals listed in `single` (by their lower break) get exactly one element:
-// thin surface layers stay one element thick so that only their outer face is held.
-std::vector<double> GradedLines(std::vector<double> breaks, const MeshSizes& sizes,
-                                const std::vector<double>& single = {});
+// GradedDivision.
+std::vector<double> GradedLines(std::vector<double> breaks, const MeshSizes& sizes);
 
 }  // namespace brindle::study
 

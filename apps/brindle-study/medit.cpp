@@ -184,6 +184,58 @@ MeditMesh ParseMedit(const std::string& text, const std::string& source) {
   return mesh;
 }
 
+namespace {
+
+int VertexReference(VertexKind kind, bool onSurface) {
+  if (kind == VertexKind::Cold) return 1;
+  if (kind == VertexKind::Warm) return 2;
+  return onSurface ? 3 : 0;
+}
+
+template <class Mesh, class Elements>
+std::string Text(const Mesh& mesh, const char* keyword, const Elements& elements) {
+  std::ostringstream out;
+  out.precision(17);
+  out << "MeshVersionFormatted 2\nDimension 3\n\nVertices\n" << mesh.points.size() << '\n';
+  for (std::size_t v = 0; v < mesh.points.size(); ++v) {
+    const Point& p = mesh.points[v];
+    out << p[0] << ' ' << p[1] << ' ' << p[2] << ' '
+        << VertexReference(mesh.kind[v], mesh.onSurface[v]) << '\n';
+  }
+  out << '\n' << keyword << '\n' << elements.size() << '\n';
+  for (std::size_t e = 0; e < elements.size(); ++e) {
+    for (int v : elements[e])
+      out << v + 1 << ' ';
+    out << mesh.region[e] + 1 << '\n';
+  }
+  out << "\nEnd\n";
+  return out.str();
+}
+
+}  // namespace
+
+std::string MeditText(const TriMesh& mesh) {
+  return Text(mesh, "Triangles", mesh.triangles);
+}
+std::string MeditText(const TetMesh& mesh) {
+  return Text(mesh, "Tetrahedra", mesh.tetrahedra);
+}
+
+std::string MeditStudyArguments(const std::vector<Material>& materials) {
+  std::ostringstream out;
+  out.precision(10);
+  for (std::size_t m = 0; m < materials.size(); ++m)
+    out << "--conductivity " << m + 1 << '=' << materials[m].conductivity << ' ';
+  out << "--low 1 --high 2 --surface 3";
+  return out.str();
+}
+
+void WriteMedit(const std::string& path, const std::string& text) {
+  std::ofstream out(path, std::ios::binary);
+  out << text;
+  if (!out) throw std::runtime_error("cannot write " + path);
+}
+
 MeditMesh ReadMedit(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   if (!in) throw MeditError(path + ":0: cannot open the file", 0);

@@ -19,9 +19,9 @@ struct Options {
   std::string output = "study-output";
   double inside = 20.0;     // interior air temperature, C
   double outside = -5.0;    // exterior air temperature, C
-  int refine = 1;           // mesh level of the 2-D example (each level halves the sizes)
-  int refine3d = 0;         // mesh level of the 3-D example
-  bool convergence = true;  // also solve the 2-D example one level coarser and finer
+  int refine = 2;           // mesh level of the 2-D example (each level halves the elements)
+  int refine3d = 1;         // mesh level of the 3-D example
+  bool convergence = true;  // also solve the 2-D example on the two coarser levels
   bool run2d = true;
   bool run3d = true;
   int levels = 9;    // isotherms at 1/(n+1) .. n/(n+1) of the temperature difference

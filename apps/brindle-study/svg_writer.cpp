@@ -148,9 +148,11 @@ void WriteSvg(const std::string& path, const TriMesh& mesh, const SvgPicture& pi
   }
 
   // Legend: the colour ramp bottom (0) to top (legendMax), with five labelled ticks.
-  const double lx = 2 * kMargin + pictureWidth, ly = view.top + 20, barHeight = 240, barWidth = 24;
-  out << "<text x=\"" << Fixed(lx) << "\" y=\"" << Fixed(ly - 8) << "\" font-size=\"12\">"
-      << Escape(picture.legendTitle) << "</text>\n";
+  const double lx = 2 * kMargin + pictureWidth, barHeight = 240, barWidth = 24;
+  const double ly = view.top + 14.0 * picture.legendTitle.size() + 6;
+  for (std::size_t i = 0; i < picture.legendTitle.size(); ++i)
+    out << "<text x=\"" << Fixed(lx) << "\" y=\"" << Fixed(view.top + 14.0 * i + 10)
+        << "\" font-size=\"12\">" << Escape(picture.legendTitle[i]) << "</text>\n";
   const std::size_t steps = picture.legendColour.size();
   for (std::size_t s = 0; s < steps; ++s) {
     const double y = ly + barHeight * (1.0 - double(s + 1) / steps);

@@ -20,12 +20,12 @@ struct SvgIsotherm {
 };
 
 struct SvgPicture {
-  std::vector<std::string> title;  // lines above the picture
-  std::vector<Rgb> faceColour;     // per triangle
-  std::vector<Rgb> legendColour;   // colour ramp from the lowest to the highest value
-  std::string legendTitle;         // e.g. "heat flux, W/m²"
-  double legendMax = 1.0;          // value at the top of the ramp
-  bool legendOpenEnded = false;    // the top value is a clip ("≥")
+  std::vector<std::string> title;        // lines above the picture
+  std::vector<Rgb> faceColour;           // per triangle
+  std::vector<Rgb> legendColour;         // colour ramp from the lowest to the highest value
+  std::vector<std::string> legendTitle;  // lines above the ramp
+  double legendMax = 1.0;                // value at the top of the ramp
+  bool legendOpenEnded = false;          // the top value is a clip ("≥")
   std::vector<SvgIsotherm> isotherms;
 };
 
