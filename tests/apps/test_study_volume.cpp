@@ -3,6 +3,8 @@
 
 #include "detail_study.h"
 #include "examples.h"
+#include "medit.h"
+#include "user_model.h"
 
 namespace brindle::study {
 namespace {
@@ -33,6 +35,21 @@ TEST(StudyVolume, SteelBarIsAPointThermalBridge) {
   EXPECT_GT(run.minFactor, 0.5);
   EXPECT_EQ(run.coldest[1], 0.0);  // on the bar's axis, by symmetry
   EXPECT_EQ(run.coldest[2], 0.0);
+}
+
+TEST(StudyVolume, WrittenMeshStudiedAsOwnGivesTheSameFlows) {
+  const Detail detail = SteelBarDetail();
+  const DetailRun run = SolveDetail(detail, kCoarse);
+  const MeditMesh medit = ParseMedit(MeditText(run.mesh));
+  Assignment assignment;
+  for (std::size_t m = 0; m < detail.materials.size(); ++m)
+    assignment.conductivity[static_cast<int>(m) + 1] = detail.materials[m].conductivity;
+  assignment.low = {1};
+  assignment.high = {2};
+  const TetMesh model = BuildVolumeModel(medit, assignment);
+  EXPECT_EQ(model.kind, run.mesh.kind);
+  const VolumeSolution again = SolveVolume(model);
+  EXPECT_NEAR(again.warmFlow, run.solution.warmFlow, 1e-9 * run.solution.warmFlow);
 }
 
 }  // namespace
