@@ -5,6 +5,7 @@
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 bash "$root/tools/install-deps.sh"
+mkdir -p "$root/build"
 build="$root/build/study"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release -DBRINDLE_BUILD_TESTS=OFF \
       -DBRINDLE_BUILD_BENCH=OFF > "$build.log" 2>&1 || { cat "$build.log"; exit 1; }

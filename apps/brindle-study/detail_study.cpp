@@ -77,7 +77,23 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
       pair.inside, pair.outside, pair.Celsius(run.minFactor), flow * pair.Difference());
   std::fflush(stdout);
 
+  const std::string vtk = options.output + "/steel-3d.vtk";
+  WriteDetailVtk(vtk, run, pair);
+  const std::string mesh = options.output + "/steel-3d.mesh";
+  WriteMedit(mesh, MeditText(run.mesh));
+  progress.Line("  wrote " + vtk + " and " + mesh + "; to study that mesh as your own:");
+  progress.Line("    brindle-study --mesh " + mesh + " " + MeditStudyArguments(run.mesh.materials));
   JsonObject json;
+  json.Add("heat_flow_W_per_K", flow)
+      .Add("wall_area_m2", area)
+      .Add("U_by_hand_W_per_m2K", u)
+      .Add("chi_W_per_K", chi)
+      .Add("fRsi", run.minFactor)
+      .Add("min_interior_surface_temperature_C", pair.Celsius(run.minFactor))
+      .Add("heat_loss_W", flow * pair.Difference())
+      .Add("solver_converged", run.solution.converged)
+      .Add("tetrahedra", static_cast<int>(run.mesh.tetrahedra.size()))
+      .Add("vertices", static_cast<int>(run.mesh.points.size()));
   if (options.convergence && options.refine3d > 0) {
     const DetailRun coarse = SolveDetail(detail, DetailSizes().Refined(options.refine3d - 1));
     const double coarseChi = copies * coarse.flow - u * area;
@@ -92,23 +108,6 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
         .Add("finest_change", change);
     json.Add("mesh_check", check);
   }
-
-  const std::string vtk = options.output + "/steel-3d.vtk";
-  WriteDetailVtk(vtk, run, pair);
-  const std::string mesh = options.output + "/steel-3d.mesh";
-  WriteMedit(mesh, MeditText(run.mesh));
-  progress.Line("  wrote " + vtk + " and " + mesh + "; to study that mesh as your own:");
-  progress.Line("    brindle-study --mesh " + mesh + " " + MeditStudyArguments(run.mesh.materials));
-  json.Add("heat_flow_W_per_K", flow)
-      .Add("wall_area_m2", area)
-      .Add("U_by_hand_W_per_m2K", u)
-      .Add("chi_W_per_K", chi)
-      .Add("fRsi", run.minFactor)
-      .Add("min_interior_surface_temperature_C", pair.Celsius(run.minFactor))
-      .Add("heat_loss_W", flow * pair.Difference())
-      .Add("solver_converged", run.solution.converged)
-      .Add("tetrahedra", static_cast<int>(run.mesh.tetrahedra.size()))
-      .Add("vertices", static_cast<int>(run.mesh.points.size()));
   return json;
 }
 

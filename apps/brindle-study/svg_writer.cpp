@@ -7,6 +7,8 @@
 #include <map>
 #include <stdexcept>
 
+#include "geometry.h"
+
 namespace brindle::study {
 namespace {
 
@@ -123,29 +125,34 @@ void WriteSvg(const std::string& path, const TriMesh& mesh, const SvgPicture& pi
   out << "<path fill=\"none\" stroke=\"black\" stroke-width=\"1.2\" stroke-linecap=\"round\" d=\""
       << outline << "\"/>\n";
 
-  // Isotherms, each labelled at its own height so that neighbouring labels do not collide.
+  // Isotherms, each labelled at its own height so that neighbouring labels do not collide;
+  // the labels go on top of all lines.
   const std::size_t levels = picture.isotherms.size();
+  std::string labels;
   for (std::size_t i = 0; i < levels; ++i) {
     const SvgIsotherm& iso = picture.isotherms[i];
     if (iso.segments.empty()) continue;
     std::string d;
     const double target = ymin + height * (levels - i - 0.5) / levels;
-    const Segment* labelAt = &iso.segments.front();
+    auto middle = [](const Segment& s) { return 0.5 * (s[0] + s[1]); };
+    Point labelAt = middle(iso.segments.front());
     for (const Segment& s : iso.segments) {
       d += "M" + view.X(s[0][0]) + " " + view.Y(s[0][1]) + "L" + view.X(s[1][0]) + " " +
            view.Y(s[1][1]);
-      const double mid = 0.5 * (s[0][1] + s[1][1]);
-      if (std::abs(mid - target) < std::abs(0.5 * ((*labelAt)[0][1] + (*labelAt)[1][1]) - target))
-        labelAt = &s;
+      if (std::abs(middle(s)[1] - target) < std::abs(labelAt[1] - target)) labelAt = middle(s);
     }
     out << "<path fill=\"none\" stroke=\"#1a1a1a\" stroke-width=\"1\" d=\"" << d << "\"/>\n";
-    const double lx = 0.5 * ((*labelAt)[0][0] + (*labelAt)[1][0]);
-    const double ly = 0.5 * ((*labelAt)[0][1] + (*labelAt)[1][1]);
-    out << "<text x=\"" << view.X(lx) << "\" y=\"" << view.Y(ly)
-        << "\" font-size=\"11\" text-anchor=\"middle\" dominant-baseline=\"middle\" "
-           "stroke=\"white\" stroke-width=\"3\" paint-order=\"stroke\">"
-        << Escape(iso.label) << "</text>\n";
+    // A white box under the label hides the lines it sits on.
+    const double boxWidth = 6.5 * iso.label.size() + 4;
+    labels += "<rect x=\"" + Fixed(view.left + (labelAt[0] - view.xmin) * scale - boxWidth / 2) +
+              "\" y=\"" + Fixed(view.top + (view.ymax - labelAt[1]) * scale - 7) + "\" width=\"" +
+              Fixed(boxWidth) +
+              "\" height=\"14\" rx=\"3\" fill=\"white\" fill-opacity=\"0.85\"/>\n";
+    labels += "<text x=\"" + view.X(labelAt[0]) + "\" y=\"" + view.Y(labelAt[1]) +
+              "\" font-size=\"11\" text-anchor=\"middle\" dominant-baseline=\"central\">" +
+              Escape(iso.label) + "</text>\n";
   }
+  out << labels;
 
   // Legend: the colour ramp bottom (0) to top (legendMax), with five labelled ticks.
   const double lx = 2 * kMargin + pictureWidth, barHeight = 240, barWidth = 24;
