@@ -1,5 +1,4 @@
-// brindle-study: thermal-bridge studies with the brindle library, driven
-// through its exports.
+// brindle-study: thermal-bridge studies with the brindle library, driven through its exports.
 #include <cstdio>
 #include <string>
 #include <vector>

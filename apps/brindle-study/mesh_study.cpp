@@ -14,8 +14,7 @@
 namespace brindle::study {
 namespace {
 
-// Lowest temperature factor over the vertices of the --surface group (NaN
-// without one).
+// Lowest temperature factor over the vertices of the --surface group (NaN without one).
 template <class Mesh>
 double LowestOnSurface(const Mesh& mesh, const std::vector<double>& temperature) {
   double lowest = std::numeric_limits<double>::quiet_NaN();

@@ -8,8 +8,7 @@
 
 namespace brindle::study {
 
-// Reads the mesh, solves it with the volume or the surface solver and writes
-// its results.
+// Reads the mesh, solves it with the volume or the surface solver and writes its results.
 JsonObject RunMeshStudy(const Options& options, const Progress& progress);
 
 }  // namespace brindle::study

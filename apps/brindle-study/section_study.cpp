@@ -71,8 +71,8 @@ SvgPicture SectionPicture(const SectionRun& run, const TemperaturePair& pair,
                           const std::vector<std::string>& title) {
   SvgPicture picture;
   picture.title = title;
-  // The flux peaks at re-entrant corners; scaling the colours to the 98th
-  // percentile keeps the rest of the section readable.
+  // The flux peaks at re-entrant corners; scaling the colours to the 98th percentile keeps the rest
+  // of the section readable.
   std::vector<double> magnitude;
   for (const Point& q : run.solution.flux)
     magnitude.push_back(Norm(q));

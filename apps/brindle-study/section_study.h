@@ -1,5 +1,5 @@
-// The 2-D thermal-bridge study: solve a section and its undisturbed wall,
-// derive L2D, psi and the temperature factor, and write the pictures.
+// The 2-D thermal-bridge study: solve a section and its undisturbed wall, derive L2D, psi and the
+// temperature factor, and write the pictures.
 #ifndef BRINDLE_STUDY_SECTION_STUDY_H
 #define BRINDLE_STUDY_SECTION_STUDY_H
 
@@ -19,8 +19,7 @@ namespace brindle::study {
 // Element sizes of the 2-D example at level 0.
 MeshSizes SectionSizes();
 
-// Isotherm levels i/(n+1), i = 1..n, between the cold (0) and the warm (1)
-// edge.
+// Isotherm levels i/(n+1), i = 1..n, between the cold (0) and the warm (1) edge.
 std::vector<double> EvenLevels(int count);
 
 struct SectionRun {
@@ -35,8 +34,7 @@ struct SectionRun {
 SectionRun SolveSection(const std::vector<Block>& blocks, const std::vector<Material>& materials,
                         const MeshSizes& sizes, int levels);
 
-// psi against the undisturbed wall from the same model, with the wall length of
-// the detail.
+// psi against the undisturbed wall from the same model, with the wall length of the detail.
 struct SlabFigures {
   double l2d = 0.0;       // W/(m K)
   double wallFlow = 0.0;  // W/(m K), undisturbed wall over the same length

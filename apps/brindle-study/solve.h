@@ -23,7 +23,6 @@ using Segment = std::array<Point, 2>;
 struct SurfaceSolution {
   std::vector<double> temperature;              // per vertex
   std::vector<Point> flux;                      // per triangle, k grad T, W/(m2 K)
-  std::vector<std::array<int, 3>> colour;       // per triangle, colour of the flux-coloured mesh
   std::vector<double> levels;                   // isotherm temperatures actually traced
   std::vector<std::vector<Segment>> isotherms;  // per level
   std::vector<double> levelFlow;                // heat flow across each isotherm, W/(m K)

@@ -6,8 +6,8 @@
 
 namespace brindle::study {
 
-// Runs the study the options describe, writes summary.json in the output folder
-// and returns the process exit code (0 success, 1 a failed study).
+// Runs the study the options describe, writes summary.json in the output folder and returns the
+// process exit code (0 success, 1 a failed study).
 int RunStudy(const Options& options);
 
 }  // namespace brindle::study

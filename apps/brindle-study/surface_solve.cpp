@@ -1,5 +1,4 @@
-// Drives the surface solver exports: coloured ON_Mesh in, temperatures, fluxes
-// and isotherms out.
+// Drives the surface solver exports: coloured ON_Mesh in, temperatures, fluxes and isotherms out.
 #include <cmath>
 #include <memory>
 #include <string>
@@ -11,9 +10,8 @@
 namespace brindle::study {
 namespace {
 
-// Vertex colours the surface solver reads as boundary conditions (red 39 -> 0,
-// 255 -> 1, 50 -> unknown), in the packed order red-green-blue-alpha from the
-// low byte.
+// Vertex colours the surface solver reads as boundary conditions (red 39 -> 0, 255 -> 1, 50 ->
+// unknown), packed red-green-blue-alpha from the low byte.
 constexpr unsigned int kColdColour = 0x96F7A827u;
 constexpr unsigned int kWarmColour = 0x968181FFu;
 constexpr unsigned int kFreeColour = 0x96323232u;
@@ -40,8 +38,8 @@ struct SolverHandle {
   ~SolverHandle() { sldmfree(handle); }
 };
 
-// One call of sldmsolve; the flux outputs are always requested because the
-// isotherm flows are computed from them.
+// One call of sldmsolve; the flux outputs are always requested because the isotherm flows are
+// computed from them.
 struct SolveCall {
   std::vector<double> temperature;
   std::vector<double> faceFlux;
@@ -66,8 +64,8 @@ void Solve(const void* handle, std::size_t vertices, std::size_t faces, double* 
   if (status != 0) throw SolveError("sldmsolve returned " + std::to_string(status) + ": " + error);
 }
 
-// Moves a level off any vertex temperature: a level through a vertex draws
-// nothing in the faces around it and would under-count the flow.
+// Moves a level off any vertex temperature: a level through a vertex draws nothing in the faces
+// around it and would under-count the flow.
 double ClearOfVertices(double level, const std::vector<double>& temperature) {
   for (double t : temperature)
     if (std::abs(t - level) < 1e-12) return ClearOfVertices(level + 1e-9, temperature);
@@ -81,8 +79,8 @@ SurfaceSolution SolveSurface(const TriMesh& mesh, const std::vector<double>& lev
   ON_Mesh on = BuildColouredMesh(mesh);
   SolverHandle solver;
   char error[1024] = "";
-  // Method 2 applies each face's own conductivity, as the physics of a section
-  // asks.
+  // Method 2 gives every face its own conductivity (method 1 would average it across material
+  // interfaces) and, unlike method 0, writes no trace line per face.
   int status = sldmMalloc(&on, mesh.region.data(), 2, &solver.handle, error);
   if (status != 0) throw SolveError("sldmMalloc returned " + std::to_string(status) + ": " + error);
   std::vector<double> conductivity;
@@ -97,16 +95,9 @@ SurfaceSolution SolveSurface(const TriMesh& mesh, const std::vector<double>& lev
   SurfaceSolution solution;
   solution.temperature = field.temperature;
   solution.flux.resize(faces);
-  solution.colour.resize(faces);
-  for (std::size_t f = 0; f < faces; ++f) {
+  for (std::size_t f = 0; f < faces; ++f)
     solution.flux[f] = {field.faceFlux[3 * f], field.faceFlux[3 * f + 1],
                         field.faceFlux[3 * f + 2]};
-    // The flux mesh has three unshared vertices per face, all of the face's
-    // colour.
-    const int v = field.fluxMesh.m_C.Count() == static_cast<int>(3 * faces) ? 3 * f : -1;
-    const ON_Color c = v >= 0 ? field.fluxMesh.m_C[v] : ON_Color(0, 0, 0);
-    solution.colour[f] = {c.Red(), c.Green(), c.Blue()};
-  }
 
   // One level per call so that every segment is known to belong to its level.
   for (double requested : levels) {
