@@ -1,5 +1,6 @@
 // Drives the volume solver exports and derives element fluxes from its temperatures.
 #include <algorithm>
+#include <cctype>
 #include <string>
 
 #include "brindle.h"
@@ -61,9 +62,13 @@ VolumeSolution SolveVolume(const TetMesh& mesh) {
                        static_cast<int>(high.size()), high.data(), static_cast<int>(low.size()),
                        low.data(), SliverTolerance(mesh.points), &reserved, detail, &handle, error);
   solver.handle = const_cast<void*>(handle);
-  if (status != 0)
+  if (status != 0) {
+    std::string sentence = detail;  // the failed mesh check's sentence, ending in a line break
+    while (!sentence.empty() && std::isspace(static_cast<unsigned char>(sentence.back())))
+      sentence.pop_back();
     throw SolveError("poissonmallocvol returned " + std::to_string(status) + ": " + error +
-                     (detail[0] ? std::string(" (") + detail + ")" : std::string()));
+                     (sentence.empty() ? std::string() : " (" + sentence + ")"));
+  }
 
   VolumeSolution solution;
   std::vector<double> temperature(mesh.points.size());
