@@ -77,6 +77,20 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
       pair.inside, pair.outside, pair.Celsius(run.minFactor), flow * pair.Difference());
   std::fflush(stdout);
 
+  JsonObject check;  // filled by the mesh check
+  if (options.convergence && options.refine3d > 0) {
+    const DetailRun coarse = SolveDetail(detail, DetailSizes().Refined(options.refine3d - 1));
+    const double coarseChi = copies * coarse.flow - u * area;
+    const double change = std::abs(chi / coarseChi - 1.0);
+    progress.Line(
+        Format("  mesh check: level %d gives chi = %.4f W/K, level %d %.4f W/K "
+               "(change %.1f %%)",
+               options.refine3d - 1, coarseChi, options.refine3d, chi, 100 * change));
+    check.Add("levels", std::vector<double>{options.refine3d - 1.0, double(options.refine3d)})
+        .Add("chi_W_per_K", std::vector<double>{coarseChi, chi})
+        .Add("finest_change", change);
+  }
+
   const std::string vtk = options.output + "/steel-3d.vtk";
   WriteDetailVtk(vtk, run, pair);
   const std::string mesh = options.output + "/steel-3d.mesh";
@@ -94,20 +108,7 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
       .Add("solver_converged", run.solution.converged)
       .Add("tetrahedra", static_cast<int>(run.mesh.tetrahedra.size()))
       .Add("vertices", static_cast<int>(run.mesh.points.size()));
-  if (options.convergence && options.refine3d > 0) {
-    const DetailRun coarse = SolveDetail(detail, DetailSizes().Refined(options.refine3d - 1));
-    const double coarseChi = copies * coarse.flow - u * area;
-    const double change = std::abs(chi / coarseChi - 1.0);
-    progress.Line(
-        Format("  mesh check: level %d gives chi = %.4f W/K, level %d %.4f W/K "
-               "(change %.1f %%)",
-               options.refine3d - 1, coarseChi, options.refine3d, chi, 100 * change));
-    JsonObject check;
-    check.Add("levels", std::vector<double>{options.refine3d - 1.0, double(options.refine3d)})
-        .Add("chi_W_per_K", std::vector<double>{coarseChi, chi})
-        .Add("finest_change", change);
-    json.Add("mesh_check", check);
-  }
+  if (options.convergence && options.refine3d > 0) json.Add("mesh_check", check);
   return json;
 }
 
