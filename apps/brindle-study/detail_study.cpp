@@ -1,0 +1,115 @@
+#include "detail_study.h"
+
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+#include "block_mesher.h"
+#include "geometry.h"
+#include "medit.h"
+#include "vtk_writer.h"
+
+namespace brindle::study {
+
+MeshSizes DetailSizes() {
+  return {0.008, 0.2, 1.8225};  // level 1 halves them: 4 mm next to the bar, 10 cm far away
+}
+
+DetailRun SolveDetail(const Detail& detail, const MeshSizes& sizes) {
+  DetailRun run;
+  run.mesh = MeshBlocks(detail.blocks, detail.materials, sizes);
+  run.solution = SolveVolume(run.mesh);
+  run.flow = 0.5 * (run.solution.warmFlow + run.solution.coldFlow);
+  run.minFactor = std::numeric_limits<double>::quiet_NaN();
+  for (std::size_t v = 0; v < run.mesh.points.size(); ++v)
+    if (run.mesh.onSurface[v] && !(run.solution.temperature[v] >= run.minFactor)) {
+      run.minFactor = run.solution.temperature[v];
+      run.coldest = run.mesh.points[v];
+    }
+  return run;
+}
+
+void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair) {
+  VtkFields fields;
+  std::vector<double> celsius;
+  for (double t : run.solution.temperature)
+    celsius.push_back(pair.Celsius(t));
+  fields.pointScalars = {{"temperature_C", celsius},
+                         {"temperature_factor", run.solution.temperature}};
+  std::vector<Point> heatFlux;
+  for (const Point& q : run.solution.flux)
+    heatFlux.push_back(-pair.Difference() * q);
+  fields.cellVectors = {{"heat_flux_W_per_m2", heatFlux}};
+  fields.cellIntegers = {{"material", run.mesh.region}};
+  WriteVtk(path, "brindle-study 3-D detail", run.mesh, fields);
+}
+
+JsonObject RunSteelExample(const Options& options, const Progress& progress) {
+  const TemperaturePair pair{options.inside, options.outside};
+  const Detail detail = SteelBarDetail();
+  progress.Line("3-D example: 40 mm square steel bar through an insulated concrete wall");
+  const DetailRun run = SolveDetail(detail, DetailSizes().Refined(options.refine3d));
+  progress.Line(
+      Format("  solved %zu tetrahedra, %zu vertices (a quarter of the detail; the "
+             "solver %s, squared residual %.3g)",
+             run.mesh.tetrahedra.size(), run.mesh.points.size(),
+             run.solution.converged ? "converged" : "stopped at its iteration limit",
+             run.solution.residual));
+  const double copies = detail.symmetryCopies;
+  const double flow = copies * run.flow;
+  const double area = copies * detail.wallArea;
+  const double u = SeriesUValue(detail.wall);
+  const double chi = flow - u * area;
+  std::printf(
+      "\n  Heat flow through %.2f m2 of wall with the bar: %.4f W/K (warm side %.4f, cold side "
+      "%.4f W/K)\n",
+      area, flow, copies * run.solution.warmFlow, copies * run.solution.coldFlow);
+  std::printf(
+      "  Undisturbed wall: U = %.4f W/(m2 K); point thermal transmittance of the bar:\n"
+      "    chi = Q - U A = %.4f - %.4f = %.4f W/K\n",
+      u, flow, u * area, chi);
+  std::printf(
+      "  Lowest interior surface temperature factor: f_Rsi = %.3f at (%.3f, %.3f, %.3f) m\n",
+      run.minFactor, run.coldest[0], run.coldest[1], run.coldest[2]);
+  std::printf(
+      "  At %.1f C inside and %.1f C outside: lowest interior surface temperature %.1f C,"
+      " heat loss %.2f W.\n\n",
+      pair.inside, pair.outside, pair.Celsius(run.minFactor), flow * pair.Difference());
+  std::fflush(stdout);
+
+  JsonObject check;  // filled by the mesh check
+  if (options.convergence && options.refine3d > 0) {
+    const DetailRun coarse = SolveDetail(detail, DetailSizes().Refined(options.refine3d - 1));
+    const double coarseChi = copies * coarse.flow - u * area;
+    const double change = std::abs(chi / coarseChi - 1.0);
+    progress.Line(
+        Format("  mesh check: level %d gives chi = %.4f W/K, level %d %.4f W/K "
+               "(change %.1f %%)",
+               options.refine3d - 1, coarseChi, options.refine3d, chi, 100 * change));
+    check.Add("levels", std::vector<double>{options.refine3d - 1.0, double(options.refine3d)})
+        .Add("chi_W_per_K", std::vector<double>{coarseChi, chi})
+        .Add("finest_change", change);
+  }
+
+  const std::string vtk = options.output + "/steel-3d.vtk";
+  WriteDetailVtk(vtk, run, pair);
+  const std::string mesh = options.output + "/steel-3d.mesh";
+  WriteMedit(mesh, MeditText(run.mesh));
+  progress.Line("  wrote " + vtk + " and " + mesh + "; to study that mesh as your own:");
+  progress.Line("    brindle-study --mesh " + mesh + " " + MeditStudyArguments(run.mesh.materials));
+  JsonObject json;
+  json.Add("heat_flow_W_per_K", flow)
+      .Add("wall_area_m2", area)
+      .Add("U_by_hand_W_per_m2K", u)
+      .Add("chi_W_per_K", chi)
+      .Add("fRsi", run.minFactor)
+      .Add("min_interior_surface_temperature_C", pair.Celsius(run.minFactor))
+      .Add("heat_loss_W", flow * pair.Difference())
+      .Add("solver_converged", run.solution.converged)
+      .Add("tetrahedra", static_cast<int>(run.mesh.tetrahedra.size()))
+      .Add("vertices", static_cast<int>(run.mesh.points.size()));
+  if (options.convergence && options.refine3d > 0) json.Add("mesh_check", check);
+  return json;
+}
+
+}  // namespace brindle::study

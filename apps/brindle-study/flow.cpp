@@ -1,0 +1,66 @@
+// Heat flows from element fluxes: the boundary reaction of the finite-element solution.
+#include "geometry.h"
+#include "solve.h"
+
+namespace brindle::study {
+
+std::array<Point, 3> ShapeGradients(const Point& a, const Point& b, const Point& c, double* area) {
+  const Point normal = Cross(b - a, c - a);
+  const double twiceArea = Norm(normal);
+  *area = 0.5 * twiceArea;
+  if (twiceArea == 0.0) return {};
+  // grad phi_a = n x (c - b) / (2A) with the unit normal n, and cyclically.
+  const Point unit = (1.0 / twiceArea) * normal;
+  const double scale = 1.0 / twiceArea;
+  return {scale * Cross(unit, c - b), scale * Cross(unit, a - c), scale * Cross(unit, b - a)};
+}
+
+std::array<Point, 4> ShapeGradients(const Point& a, const Point& b, const Point& c, const Point& d,
+                                    double* volume) {
+  const Point p[4] = {a, b, c, d};
+  const double sixVolume = Dot(b - a, Cross(c - a, d - a));
+  *volume = std::abs(sixVolume) / 6.0;
+  if (sixVolume == 0.0) return {};
+  // grad phi_i is the normal of the opposite face scaled so that phi_i(p_i) = 1.
+  std::array<Point, 4> gradients;
+  for (int i = 0; i < 4; ++i) {
+    const Point& q0 = p[(i + 1) % 4];
+    const Point& q1 = p[(i + 2) % 4];
+    const Point& q2 = p[(i + 3) % 4];
+    const Point normal = Cross(q1 - q0, q2 - q0);
+    gradients[i] = (1.0 / Dot(p[i] - q0, normal)) * normal;
+  }
+  return gradients;
+}
+
+double BoundaryFlow(const TriMesh& mesh, const std::vector<Point>& flux, VertexKind kind) {
+  double flow = 0.0;
+  for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
+    const auto& t = mesh.triangles[f];
+    double area = 0.0;
+    const auto gradients =
+        ShapeGradients(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]], &area);
+    Point indicator{0.0, 0.0, 0.0};
+    for (int i = 0; i < 3; ++i)
+      if (mesh.kind[t[i]] == kind) indicator = indicator + gradients[i];
+    flow += area * Dot(flux[f], indicator);
+  }
+  return flow;
+}
+
+double BoundaryFlow(const TetMesh& mesh, const std::vector<Point>& flux, VertexKind kind) {
+  double flow = 0.0;
+  for (std::size_t e = 0; e < mesh.tetrahedra.size(); ++e) {
+    const auto& t = mesh.tetrahedra[e];
+    double volume = 0.0;
+    const auto gradients = ShapeGradients(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]],
+                                          mesh.points[t[3]], &volume);
+    Point indicator{0.0, 0.0, 0.0};
+    for (int i = 0; i < 4; ++i)
+      if (mesh.kind[t[i]] == kind) indicator = indicator + gradients[i];
+    flow += volume * Dot(flux[e], indicator);
+  }
+  return flow;
+}
+
+}  // namespace brindle::study

@@ -1,0 +1,22 @@
+// brindle-study: thermal-bridge studies with the brindle library, driven through its exports.
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "options.h"
+#include "study.h"
+
+int main(int argc, char** argv) {
+  using namespace brindle::study;
+  try {
+    const Options options = ParseOptions(std::vector<std::string>(argv + 1, argv + argc));
+    if (options.help) {
+      std::fputs(UsageText(), stdout);
+      return 0;
+    }
+    return RunStudy(options);
+  } catch (const UsageError& e) {
+    std::fprintf(stderr, "brindle-study: %s\n", e.what());
+    return 2;
+  }
+}

@@ -1,0 +1,60 @@
+// Reader for MEDIT .mesh files (the ASCII format written by MMG, gmsh and TetGen).
+#ifndef BRINDLE_STUDY_MEDIT_H
+#define BRINDLE_STUDY_MEDIT_H
+
+#include <array>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "model.h"
+
+namespace brindle::study {
+
+// A malformed file; what() reads "<source>:<line>: <problem>".
+class MeditError : public std::runtime_error {
+ public:
+  MeditError(const std::string& message, int line) : std::runtime_error(message), line_(line) {}
+  int line() const { return line_; }
+
+ private:
+  int line_;
+};
+
+// Elements keep their reference numbers; indices are 0-based here (1-based in the file).
+struct MeditMesh {
+  int dimension = 0;
+  std::vector<Point> vertices;
+  std::vector<int> vertexRef;
+  std::vector<std::array<int, 2>> edges;
+  std::vector<int> edgeRef;
+  std::vector<std::array<int, 3>> triangles;
+  std::vector<int> triangleRef;
+  std::vector<std::array<int, 4>> tetrahedra;
+  std::vector<int> tetrahedronRef;
+};
+
+// Parses the text of a .mesh file. Keywords are case-insensitive, '#' starts a comment that
+// runs to the end of the line, "End" stops reading. Sections the tool has no use for
+// (quadrilaterals, hexahedra, corners, ridges, required entities, normals, tangents) are read
+// and dropped. `source` names the text in messages.
+MeditMesh ParseMedit(const std::string& text, const std::string& source = "mesh");
+
+// Reads and parses a file; an unreadable file is reported as a MeditError at line 0.
+MeditMesh ReadMedit(const std::string& path);
+
+// MEDIT text of a study model (Dimension 3). Element references are material index + 1;
+// vertex references are 1 on the cold side, 2 on the warm side, 3 on the interior surface and
+// 0 elsewhere, so that the file can be studied again with --low 1 --high 2 --surface 3.
+std::string MeditText(const TriMesh& mesh);
+std::string MeditText(const TetMesh& mesh);
+
+// The options that study a written model again with its own conductivities.
+std::string MeditStudyArguments(const std::vector<Material>& materials);
+
+// Writes MeditText to a file; throws std::runtime_error when it cannot.
+void WriteMedit(const std::string& path, const std::string& text);
+
+}  // namespace brindle::study
+
+#endif

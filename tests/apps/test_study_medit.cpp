@@ -1,0 +1,169 @@
+// MEDIT .mesh reading and the reference assignments of user studies.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "medit.h"
+#include "user_model.h"
+
+namespace brindle::study {
+namespace {
+
+// A prism x in [0, 1] split into three tetrahedra (refs 1, 2, 2), with boundary triangles on its
+// x = 0 (ref 10) and x = 1 (ref 20) ends.
+const char* kPrism = R"(MeshVersionFormatted 2
+# a comment line
+Dimension
+3
+VERTICES 6
+0 0 0 0
+0 1 0 0   # trailing comment
+0 0 1 7
+1 0 0 0
+1 1 0 0
+1 0 1 0
+triangles 2
+1 2 3 10
+4 5 6 20
+Corners 1 1
+Tetrahedra 3
+1 2 3 4 1
+2 3 4 5 2
+3 4 5 6 2
+END
+this text after End is ignored
+)";
+
+TEST(StudyMedit, ReadsVerticesElementsAndReferences) {
+  const MeditMesh mesh = ParseMedit(kPrism);
+  EXPECT_EQ(mesh.dimension, 3);
+  ASSERT_EQ(mesh.vertices.size(), 6u);
+  EXPECT_EQ(mesh.vertices[4], (Point{1, 1, 0}));
+  EXPECT_EQ(mesh.vertexRef[2], 7);
+  ASSERT_EQ(mesh.triangles.size(), 2u);
+  EXPECT_EQ(mesh.triangles[1], (std::array<int, 3>{3, 4, 5}));
+  EXPECT_EQ(mesh.triangleRef[1], 20);
+  ASSERT_EQ(mesh.tetrahedra.size(), 3u);
+  EXPECT_EQ(mesh.tetrahedra[1], (std::array<int, 4>{1, 2, 3, 4}));
+  EXPECT_EQ(mesh.tetrahedronRef, (std::vector<int>{1, 2, 2}));
+
+  const MeditMesh flat = ParseMedit(
+      "MeshVersionFormatted 1\nDimension 2\nVertices 3\n0 0 1\n1 0 1\n0 1 2\n"
+      "Edges 1\n1 2 5\nTriangles 1\n1 2 3 4\n");
+  EXPECT_EQ(flat.vertices[1], (Point{1, 0, 0}));
+  EXPECT_EQ(flat.edges[0], (std::array<int, 2>{0, 1}));
+  EXPECT_EQ(flat.edgeRef[0], 5);
+}
+
+void ExpectErrorAtLine(const std::string& text, int line, const std::string& words) {
+  try {
+    ParseMedit(text, "m.mesh");
+    FAIL() << "accepted: " << text;
+  } catch (const MeditError& e) {
+    EXPECT_EQ(e.line(), line) << e.what();
+    EXPECT_NE(std::string(e.what()).find("m.mesh:" + std::to_string(line) + ": "),
+              std::string::npos)
+        << e.what();
+    EXPECT_NE(std::string(e.what()).find(words), std::string::npos) << e.what();
+  }
+}
+
+TEST(StudyMedit, MalformedFilesNameTheLine) {
+  const std::string head = "MeshVersionFormatted 2\nDimension 3\nVertices 2\n0 0 0 1\n1 1 1 1\n";
+  ExpectErrorAtLine(head + "Triangles 1\n1 2 3 0\n", 7, "vertex index 3 out of range 1..2");
+  ExpectErrorAtLine(head + "Triangles 1\n1 2 0 0\n", 7, "out of range");
+  ExpectErrorAtLine(head + "Triangles -1\n", 6, "invalid count");
+  ExpectErrorAtLine(head + "Prisms 1\n", 6, "unknown keyword 'Prisms'");
+  ExpectErrorAtLine(head + "Edges 1\n1 x2 0\n", 7, "found 'x2'");
+  ExpectErrorAtLine(head + "Edges 1\n1 2\n\n", 7, "unexpected end of file");
+  ExpectErrorAtLine("MeshVersionFormatted 2\nDimension 3\nVertices 1\n0 nan 0 1\n", 4,
+                    "coordinate");
+  ExpectErrorAtLine("MeshVersionFormatted 2\nVertices 1\n0 0 0 1\n", 2, "before Dimension");
+  ExpectErrorAtLine("Dimension 4\n", 1, "dimension must be 2 or 3");
+  ExpectErrorAtLine("", 1, "not a MEDIT mesh");
+  ExpectErrorAtLine("MeshVersionFormatted 2\nDimension 3\n", 1, "no vertices");
+}
+
+// Every prefix of a valid file and random byte damage either parses or gives a MeditError:
+// never another exception, a crash or an index outside the vertices.
+TEST(StudyMedit, TruncatedAndGarbledFilesFailCleanly) {
+  const std::string text = kPrism;
+  auto check = [](const std::string& damaged) {
+    try {
+      const MeditMesh mesh = ParseMedit(damaged);
+      for (const auto& t : mesh.tetrahedra)
+        for (int v : t)
+          ASSERT_LT(v, static_cast<int>(mesh.vertices.size()));
+      for (const auto& t : mesh.triangles)
+        for (int v : t)
+          ASSERT_LT(v, static_cast<int>(mesh.vertices.size()));
+    } catch (const MeditError& e) {
+      EXPECT_GE(e.line(), 1);
+    }
+  };
+  for (std::size_t n = 0; n <= text.size(); ++n)
+    check(text.substr(0, n));
+  std::mt19937 random(7);
+  const std::string alphabet("0123456789-+.eE #\n\tx\0", 21);
+  for (int trial = 0; trial < 2000; ++trial) {
+    std::string damaged = text;
+    const int changes = 1 + random() % 4;
+    for (int c = 0; c < changes; ++c)
+      damaged[random() % damaged.size()] = alphabet[random() % alphabet.size()];
+    check(damaged);
+  }
+}
+
+TEST(StudyUserModel, ReferencesSelectMaterialsAndBoundarySides) {
+  const MeditMesh mesh = ParseMedit(kPrism);
+  Assignment assignment;
+  assignment.conductivity = {{1, 0.5}, {2, 40.0}};
+  assignment.high = {10};
+  assignment.low = {20};
+  const TetMesh model = BuildVolumeModel(mesh, assignment);
+  ASSERT_EQ(model.materials.size(), 2u);
+  EXPECT_EQ(model.materials[model.region[1]].conductivity, 40.0);
+  const VertexKind W = VertexKind::Warm, C = VertexKind::Cold;
+  EXPECT_EQ(model.kind, (std::vector<VertexKind>{W, W, W, C, C, C}));
+
+  // One vertex cannot be on both sides.
+  MeditMesh overlapping = mesh;
+  overlapping.triangles[1] = {1, 3, 4};
+  EXPECT_THROW(BuildVolumeModel(overlapping, assignment), AssignmentError);
+
+  Assignment missing = assignment;
+  missing.conductivity.erase(2);
+  EXPECT_THROW(BuildVolumeModel(mesh, missing), AssignmentError);
+  Assignment unknownSide = assignment;
+  unknownSide.low = {99};
+  EXPECT_THROW(BuildVolumeModel(mesh, unknownSide), AssignmentError);
+
+  // Without boundary triangles the sides are vertex references.
+  MeditMesh bare = mesh;
+  bare.triangles.clear();
+  bare.triangleRef.clear();
+  Assignment byVertex = assignment;
+  byVertex.high = {7};
+  byVertex.low = {0};
+  const TetMesh byRef = BuildVolumeModel(bare, byVertex);
+  EXPECT_EQ(byRef.kind, (std::vector<VertexKind>{C, C, W, C, C, C}));
+  byVertex.low = {};
+  EXPECT_THROW(BuildVolumeModel(bare, byVertex), AssignmentError);  // a study needs both sides
+}
+
+TEST(StudyUserModel, SurfaceMeshUsesEdgeReferencesForItsSides) {
+  const MeditMesh mesh = ParseMedit(
+      "MeshVersionFormatted 2\nDimension 2\nVertices 4\n0 0 0\n1 0 0\n1 1 0\n0 1 0\n"
+      "Edges 2\n1 4 3\n2 3 4\nTriangles 2\n1 2 3 1\n1 3 4 1\n");
+  Assignment assignment;
+  assignment.conductivity = {{1, 2.0}};
+  assignment.high = {3};
+  assignment.low = {4};
+  const TriMesh model = BuildSurfaceModel(mesh, assignment);
+  EXPECT_EQ(model.kind, (std::vector<VertexKind>{VertexKind::Warm, VertexKind::Cold,
+                                                 VertexKind::Cold, VertexKind::Warm}));
+  EXPECT_EQ(model.region, (std::vector<int>{0, 0}));
+}
+
+}  // namespace
+}  // namespace brindle::study

@@ -1,0 +1,156 @@
+// Graded grids and the structured section and block meshers of brindle-study.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "block_mesher.h"
+#include "examples.h"
+#include "geometry.h"
+#include "grading.h"
+#include "solve.h"
+
+namespace brindle::study {
+namespace {
+
+TEST(StudyGrading, DivisionSpansTheIntervalWithBoundedGradedSizes) {
+  const MeshSizes sizes{0.01, 0.1, 1.3};
+  for (double length : {0.005, 0.03, 0.2, 1.0, 3.7}) {
+    const auto points = GradedDivision(1.0, 1.0 + length, sizes);
+    ASSERT_GE(points.size(), 2u);
+    EXPECT_EQ(points.front(), 1.0);
+    EXPECT_EQ(points.back(), 1.0 + length);
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      const double step = points[i] - points[i - 1];
+      EXPECT_GT(step, 0.0);
+      EXPECT_LE(step, 1.0001 * sizes.largest);
+      if (i > 1 && length > 4 * sizes.smallest) {
+        const double ratio = step / (points[i - 1] - points[i - 2]);
+        EXPECT_LE(ratio, 1.3 * 1.0001);
+        EXPECT_GE(ratio, 1 / (1.3 * 1.0001));
+      }
+    }
+    if (length > 4 * sizes.smallest) {  // small steps at both ends of graded intervals
+      EXPECT_LT(points[1] - points[0], 2.5 * sizes.smallest);
+      EXPECT_LT(points.back() - points[points.size() - 2], 2.5 * sizes.smallest);
+    }
+  }
+  EXPECT_THROW(GradedDivision(1.0, 1.0, sizes), std::invalid_argument);
+}
+
+TEST(StudyGrading, LinesPassThroughEveryBreak) {
+  const MeshSizes sizes{0.01, 0.05, 1.3};
+  const auto lines = GradedLines({0.3, -0.01, 0.0, 0.3, 0.24}, sizes);
+  for (double b : {-0.01, 0.0, 0.24, 0.3})
+    EXPECT_NE(std::find(lines.begin(), lines.end(), b), lines.end()) << b;
+  EXPECT_TRUE(std::is_sorted(lines.begin(), lines.end()));
+  EXPECT_EQ(lines[0], -0.01);
+  EXPECT_GT(lines.size(), 8u);
+  // A finer level has about twice the lines.
+  EXPECT_GT(GradedLines({0.0, 1.0}, sizes.Refined(1)).size(),
+            1.8 * GradedLines({0.0, 1.0}, sizes).size());
+}
+
+double TriangleArea(const TriMesh& mesh, std::size_t f) {
+  const auto& t = mesh.triangles[f];
+  const Point& a = mesh.points[t[0]];
+  const Point& b = mesh.points[t[1]];
+  const Point& c = mesh.points[t[2]];
+  return 0.5 * Cross(b - a, c - a)[2];
+}
+
+TEST(StudySectionMesher, SlabSectionCoversEachMaterialWithPositiveTriangles) {
+  const Detail detail = SlabSection(true);
+  const TriMesh mesh = MeshSection(detail.blocks, detail.materials, {0.01, 0.1, 1.4});
+  std::map<int, double> area;
+  for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
+    const double a = TriangleArea(mesh, f);
+    ASSERT_GT(a, 0.0) << "triangle " << f;
+    area[mesh.region[f]] += a;
+  }
+  const double s = kSurfaceLayerThickness;
+  EXPECT_NEAR(area[0], 0.24 * 2.2 - 0.24 * 0.2, 1e-12);          // masonry
+  EXPECT_NEAR(area[1], 0.16 * 2.2 - 0.16 * 0.2, 1e-12);          // insulation
+  EXPECT_NEAR(area[2], 1.40 * 0.2, 1e-12);                       // concrete
+  EXPECT_NEAR(area[3], s * 2.0 + 2 * (1.0 * s - s * s), 1e-12);  // interior layers
+  EXPECT_NEAR(area[4], s * 2.2, 1e-12);                          // exterior layer
+  // Every vertex is used by a triangle.
+  std::vector<int> uses(mesh.points.size());
+  for (const auto& t : mesh.triangles)
+    for (int v : t)
+      ++uses[v];
+  EXPECT_EQ(std::count(uses.begin(), uses.end(), 0), 0);
+}
+
+TEST(StudySectionMesher, OnlyOuterFacesOfSurfaceLayersAreHeld) {
+  const Detail detail = SlabSection(true);
+  const TriMesh mesh = MeshSection(detail.blocks, detail.materials, {0.01, 0.1, 1.4});
+  const double s = kSurfaceLayerThickness;
+  int warm = 0, cold = 0, surface = 0;
+  for (std::size_t v = 0; v < mesh.points.size(); ++v) {
+    const double x = mesh.points[v][0], y = mesh.points[v][1];
+    if (mesh.kind[v] == VertexKind::Cold) {
+      ++cold;
+      EXPECT_DOUBLE_EQ(x, 0.40 + s);
+    }
+    if (mesh.kind[v] == VertexKind::Warm) {
+      ++warm;
+      // The wall's layer face, or the faces of the slab's layers in the room.
+      const bool wallFace = x == -s && (y >= 0.2 + s || y <= -s);
+      const bool slabFace = x <= -s && (y == 0.2 + s || y == -s);
+      EXPECT_TRUE(wallFace || slabFace) << x << ", " << y;
+    }
+    if (mesh.onSurface[v]) {
+      ++surface;
+      EXPECT_TRUE(x == 0.0 || y == 0.2 || y == 0.0) << x << ", " << y;
+      EXPECT_EQ(mesh.kind[v], VertexKind::Free);
+    }
+  }
+  EXPECT_GT(warm, 20);
+  EXPECT_GT(cold, 20);
+  EXPECT_GT(surface, 20);
+  // Where the interior layer meets the masonry at the top cut-off the vertex is free.
+  for (std::size_t v = 0; v < mesh.points.size(); ++v) {
+    if (mesh.points[v][0] == 0.0 && mesh.points[v][1] == 1.2) {
+      EXPECT_EQ(mesh.kind[v], VertexKind::Free);
+    }
+  }
+}
+
+TEST(StudyBlockMesher, TetrahedraFillTheBlocksConformingly) {
+  const Detail detail = SteelBarDetail();
+  const TetMesh mesh = MeshBlocks(detail.blocks, detail.materials, {0.02, 0.2, 1.6});
+  std::map<int, double> volume;
+  std::map<std::array<int, 3>, int> faces;
+  for (std::size_t e = 0; e < mesh.tetrahedra.size(); ++e) {
+    const auto& t = mesh.tetrahedra[e];
+    const Point& a = mesh.points[t[0]];
+    const double six =
+        Dot(mesh.points[t[1]] - a, Cross(mesh.points[t[2]] - a, mesh.points[t[3]] - a));
+    ASSERT_GT(six, 0.0) << "tetrahedron " << e;
+    volume[mesh.region[e]] += six / 6.0;
+    for (int skip = 0; skip < 4; ++skip) {
+      std::array<int, 3> face;
+      for (int i = 0, n = 0; i < 4; ++i)
+        if (i != skip) face[n++] = t[i];
+      std::sort(face.begin(), face.end());
+      ++faces[face];
+    }
+  }
+  EXPECT_NEAR(volume[2], 0.02 * 0.02 * 0.30, 1e-12);                // steel
+  EXPECT_NEAR(volume[1], 0.25 * 0.20 - 0.02 * 0.02 * 0.20, 1e-12);  // insulation
+  // Conforming: every face is shared by two tetrahedra or lies on the box surface.
+  double boundaryArea = 0.0;
+  for (const auto& [face, count] : faces) {
+    ASSERT_LE(count, 2);
+    if (count == 1)
+      boundaryArea += 0.5 * Norm(Cross(mesh.points[face[1]] - mesh.points[face[0]],
+                                       mesh.points[face[2]] - mesh.points[face[0]]));
+  }
+  const double lx = 0.40, ly = 0.5, lz = 0.5;
+  EXPECT_NEAR(boundaryArea, 2 * (lx * ly + ly * lz + lz * lx), 1e-9);
+}
+
+}  // namespace
+}  // namespace brindle::study

@@ -1,0 +1,77 @@
+// Command-line parsing and the JSON summary format of brindle-study.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "json_writer.h"
+#include "options.h"
+
+namespace brindle::study {
+namespace {
+
+TEST(StudyOptions, DefaultsRunTheBuiltInExamples) {
+  const Options options = ParseOptions({});
+  EXPECT_EQ(options.output, "study-output");
+  EXPECT_EQ(options.inside, 20.0);
+  EXPECT_EQ(options.outside, -5.0);
+  EXPECT_TRUE(options.run2d && options.run3d && options.mesh.empty());
+}
+
+TEST(StudyOptions, UserStudyCollectsReferences) {
+  const Options options = ParseOptions({"--mesh",         "wall.mesh", "--conductivity", "3=0.035",
+                                        "--conductivity", "7=2.3e0",   "--low",          "20",
+                                        "--high",         "10",        "--high",         "11",
+                                        "--inside",       "21.5",      "--outside",      "-10",
+                                        "--output",       "out",       "--only",         "2d"});
+  EXPECT_EQ(options.mesh, "wall.mesh");
+  EXPECT_EQ(options.assignment.conductivity.at(3), 0.035);
+  EXPECT_EQ(options.assignment.conductivity.at(7), 2.3);
+  EXPECT_EQ(options.assignment.low, std::vector<int>{20});
+  EXPECT_EQ(options.assignment.high, (std::vector<int>{10, 11}));
+  EXPECT_EQ(options.inside, 21.5);
+  EXPECT_EQ(options.outside, -10.0);
+  EXPECT_EQ(options.output, "out");
+  EXPECT_TRUE(options.run2d);
+  EXPECT_FALSE(options.run3d);
+}
+
+TEST(StudyOptions, BadArgumentsAreUsageErrors) {
+  const std::vector<std::vector<std::string>> bad = {
+      {"--frobnicate"},
+      {"--inside"},
+      {"--inside", "warm"},
+      {"--inside", "5", "--outside", "5"},
+      {"--refine", "9"},
+      {"--levels", "0"},
+      {"--only", "4d"},
+      {"--conductivity", "3=1"},  // needs --mesh
+      {"--mesh", "m.mesh", "--low", "1"},
+      {"--mesh", "m.mesh", "--low", "1", "--high", "2", "--conductivity", "3"},
+      {"--mesh", "m.mesh", "--low", "1", "--high", "2", "--conductivity", "3=-1"},
+      {"--mesh", "m.mesh", "--low", "x", "--high", "2"},
+  };
+  for (const auto& args : bad)
+    EXPECT_THROW(ParseOptions(args), UsageError) << args[0];
+}
+
+TEST(StudyJson, RendersNestedObjectsEscapesAndNonFiniteNumbers) {
+  JsonObject inner;
+  inner.Add("psi", 0.5).Add("flows", std::vector<double>{1, 2.5});
+  JsonObject outer;
+  outer.Add("name", "a \"quoted\"\nline\\").Add("count", 3).Add("ok", true).Add("nan", NAN);
+  outer.Add("inner", inner);
+  EXPECT_EQ(outer.Render(),
+            "{\n"
+            "  \"name\": \"a \\\"quoted\\\"\\nline\\\\\",\n"
+            "  \"count\": 3,\n"
+            "  \"ok\": true,\n"
+            "  \"nan\": null,\n"
+            "  \"inner\": {\n"
+            "    \"psi\": 0.5,\n"
+            "    \"flows\": [1, 2.5]\n"
+            "  }\n"
+            "}");
+}
+
+}  // namespace
+}  // namespace brindle::study

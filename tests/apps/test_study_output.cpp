@@ -1,0 +1,136 @@
+// What brindle-study writes: outlines, VTK and SVG files, and whole runs of a user study.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "block_mesher.h"
+#include "geometry.h"
+#include "options.h"
+#include "study.h"
+#include "svg_writer.h"
+#include "vtk_writer.h"
+
+namespace brindle::study {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string ReadFile(const fs::path& path) {
+  std::ifstream in(path);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// Two materials side by side in a 1 x 0.5 rectangle.
+TriMesh TwoMaterialStrip() {
+  const std::vector<Material> materials{{"a", 1.0, Role::Solid}, {"b", 2.0, Role::Solid}};
+  return MeshSection({{{0, 0, 0}, {0.4, 0.5, 0}, 0}, {{0.4, 0, 0}, {1.0, 0.5, 0}, 1}}, materials,
+                     {0.05, 0.1, 1.5});
+}
+
+fs::path ScratchFolder(const char* name) {
+  const fs::path folder = fs::temp_directory_path() / name;
+  fs::remove_all(folder);
+  fs::create_directories(folder);
+  return folder;
+}
+
+TEST(StudyOutput, OutlineFollowsTheBoundaryAndMaterialInterfaces) {
+  const TriMesh mesh = TwoMaterialStrip();
+  double length = 0.0;
+  for (const auto& edge : OutlineEdges(mesh)) {
+    const Point& a = mesh.points[edge[0]];
+    const Point& b = mesh.points[edge[1]];
+    length += Norm(b - a);
+    // Every outline edge lies on the rectangle's boundary or on the interface x = 0.4.
+    const bool vertical = a[0] == b[0] && (a[0] == 0.0 || a[0] == 0.4 || a[0] == 1.0);
+    const bool horizontal = a[1] == b[1] && (a[1] == 0.0 || a[1] == 0.5);
+    EXPECT_TRUE(vertical || horizontal);
+  }
+  EXPECT_NEAR(length, 2 * (1.0 + 0.5) + 0.5, 1e-12);
+}
+
+TEST(StudyOutput, VtkFilesDeclareTheirSizesAndFields) {
+  const TriMesh mesh = TwoMaterialStrip();
+  const fs::path folder = ScratchFolder("brindle-study-vtk");
+  VtkFields fields;
+  fields.pointScalars = {{"temperature_C", std::vector<double>(mesh.points.size(), 1.5)}};
+  fields.cellVectors = {{"heat_flux", std::vector<Point>(mesh.triangles.size(), {1, 2, 3})}};
+  fields.cellIntegers = {{"material", mesh.region}};
+  WriteVtk((folder / "a.vtk").string(), "title", mesh, fields);
+  const std::string text = ReadFile(folder / "a.vtk");
+  const std::size_t n = mesh.points.size(), m = mesh.triangles.size();
+  for (const std::string& expected :
+       {"POINTS " + std::to_string(n) + " double\n",
+        "CELLS " + std::to_string(m) + " " + std::to_string(4 * m) + "\n",
+        "CELL_TYPES " + std::to_string(m) + "\n5\n", "POINT_DATA " + std::to_string(n) + "\n",
+        std::string("SCALARS temperature_C double 1\n"), "CELL_DATA " + std::to_string(m) + "\n",
+        std::string("VECTORS heat_flux double\n1 2 3\n"), std::string("SCALARS material int 1\n")})
+    EXPECT_NE(text.find(expected), std::string::npos) << expected;
+  EXPECT_THROW(WriteVtk((folder / "missing" / "b.vtk").string(), "t", mesh, fields),
+               std::runtime_error);
+  fs::remove_all(folder);
+}
+
+TEST(StudyOutput, SvgGroupsFacesByColourAndLabelsEachIsotherm) {
+  const TriMesh mesh = TwoMaterialStrip();
+  SvgPicture picture;
+  picture.title = {"a <title>"};
+  for (int region : mesh.region)
+    picture.faceColour.push_back(region ? Rgb{255, 0, 0} : Rgb{0, 0, 255});
+  picture.legendColour = {{0, 0, 0}, {255, 255, 255}};
+  picture.legendTitle = {"flux"};
+  picture.isotherms = {{"1.0 °C", {Segment{Point{0.2, 0, 0}, Point{0.2, 0.5, 0}}}},
+                       {"2.0 °C", {Segment{Point{0.7, 0, 0}, Point{0.7, 0.5, 0}}}},
+                       {"empty", {}}};
+  const fs::path folder = ScratchFolder("brindle-study-svg");
+  WriteSvg((folder / "a.svg").string(), mesh, picture);
+  const std::string text = ReadFile(folder / "a.svg");
+  auto count = [&](const std::string& what) {
+    std::size_t n = 0;
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1))
+      ++n;
+    return n;
+  };
+  EXPECT_EQ(count("<path fill=\"#ff0000\""), 1u);
+  EXPECT_EQ(count("<path fill=\"#0000ff\""), 1u);
+  EXPECT_EQ(count(">1.0 °C</text>"), 1u);
+  EXPECT_EQ(count(">2.0 °C</text>"), 1u);
+  EXPECT_EQ(count(">empty<"), 0u);
+  EXPECT_EQ(count("a &lt;title&gt;"), 1u);
+  EXPECT_EQ(text.substr(text.size() - 7), "</svg>\n");
+  fs::remove_all(folder);
+}
+
+// A prism of conductivity 2 W/(m K), 1 m long with a 0.5 m2 cross-section, held at the two
+// ends: 1 W/K flows, which the whole user-study path must report.
+TEST(StudyOutput, UserStudyRunWritesItsSummary) {
+  const fs::path folder = ScratchFolder("brindle-study-run");
+  std::ofstream(folder / "prism.mesh") << "MeshVersionFormatted 2\nDimension 3\nVertices 6\n"
+                                          "0 0 0 0\n0 1 0 0\n0 0 1 0\n1 0 0 0\n1 1 0 0\n1 0 1 0\n"
+                                          "Triangles 2\n1 2 3 10\n4 5 6 20\n"
+                                          "Tetrahedra 3\n1 2 3 4 1\n2 3 4 5 2\n3 4 5 6 2\nEnd\n";
+  Options options = ParseOptions({"--mesh", (folder / "prism.mesh").string(), "--output",
+                                  (folder / "out").string(), "--conductivity", "1=2",
+                                  "--conductivity", "2=2", "--high", "10", "--low", "20"});
+  ASSERT_EQ(RunStudy(options), 0);
+  const std::string summary = ReadFile(folder / "out" / "summary.json");
+  EXPECT_NE(summary.find("\"kind\": \"volume\""), std::string::npos);
+  const std::size_t at = summary.find("\"heat_flow_W_per_K\": ");
+  ASSERT_NE(at, std::string::npos);
+  EXPECT_NEAR(std::stod(summary.substr(at + 21)), 1.0, 1e-9);
+  EXPECT_TRUE(fs::exists(folder / "out" / "mesh-3d.vtk"));
+
+  // A damaged file fails the run with a message, not a crash.
+  std::ofstream(folder / "bad.mesh") << "MeshVersionFormatted 2\nDimension 3\nVertices 2\n0 0\n";
+  options.mesh = (folder / "bad.mesh").string();
+  EXPECT_EQ(RunStudy(options), 1);
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace brindle::study

@@ -1,0 +1,97 @@
+// The 2-D thermal-bridge study through the surface solver: its figures against hand
+// calculations, energy balance and mesh convergence.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "examples.h"
+#include "medit.h"
+#include "section_study.h"
+#include "user_model.h"
+
+namespace brindle::study {
+namespace {
+
+const double kWallU = SeriesUValue(SlabSection(false).wall);
+
+TEST(StudySection, UndisturbedWallConductsTheSeriesUValue) {
+  const Detail wall = SlabSection(false);
+  const SectionRun run =
+      SolveSection(wall.blocks, wall.materials, SectionSizes().Refined(0), /*levels=*/5);
+  const double expected = kWallU * wall.wallLength;
+  for (double flow : run.solution.levelFlow)
+    EXPECT_NEAR(flow / expected, 1.0, 1e-3);
+  EXPECT_NEAR(run.solution.warmFlow / expected, 1.0, 1e-3);
+  EXPECT_NEAR(run.solution.coldFlow / expected, 1.0, 1e-3);
+  EXPECT_NEAR(run.minFactor, 1.0 - kWallU * kInteriorSurfaceResistance, 1e-4);
+  const auto [low, high] =
+      std::minmax_element(run.solution.temperature.begin(), run.solution.temperature.end());
+  EXPECT_GE(*low, -1e-12);
+  EXPECT_LE(*high, 1.0 + 1e-12);
+}
+
+// The slab example on the two finest levels the tool uses, solved once for all tests below.
+class StudySlab : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    fine_ = std::make_unique<SectionRun>();
+    coarse_ = std::make_unique<SlabFigures>(SolveSlabExample(1, 9));
+    figures_ = std::make_unique<SlabFigures>(SolveSlabExample(2, 9, fine_.get()));
+  }
+  static void TearDownTestSuite() {
+    fine_.reset();
+    coarse_.reset();
+    figures_.reset();
+  }
+  static std::unique_ptr<SectionRun> fine_;
+  static std::unique_ptr<SlabFigures> coarse_, figures_;
+};
+std::unique_ptr<SectionRun> StudySlab::fine_;
+std::unique_ptr<SlabFigures> StudySlab::coarse_, StudySlab::figures_;
+
+TEST_F(StudySlab, FlowsAcrossAllIsothermsAgree) {
+  const auto& flows = fine_->solution.levelFlow;
+  ASSERT_EQ(flows.size(), 9u);
+  const auto [low, high] = std::minmax_element(flows.begin(), flows.end());
+  EXPECT_LT((*high - *low) / figures_->l2d, 0.005);
+  // ... and with the heat entering at the warm edge and leaving at the cold one.
+  EXPECT_NEAR(fine_->solution.warmFlow / figures_->l2d, 1.0, 0.005);
+  EXPECT_NEAR(fine_->solution.coldFlow / fine_->solution.warmFlow, 1.0, 1e-9);
+}
+
+TEST_F(StudySlab, PsiConvergesAndIsAStrongThermalBridge) {
+  EXPECT_LT(std::abs(figures_->psi / coarse_->psi - 1.0), 0.01);
+  EXPECT_NEAR(figures_->wallFlow, kWallU * SlabSection(true).wallLength, 1e-3 * figures_->wallFlow);
+  // A bare slab through the insulation loses several times what the wall around it loses.
+  EXPECT_GT(figures_->psi, 0.7);
+  EXPECT_LT(figures_->psi, 1.0);
+  // The coldest interior point is the inner corner where slab and wall meet.
+  EXPECT_LT(figures_->fRsi, 1.0 - kWallU * kInteriorSurfaceResistance - 0.1);
+  EXPECT_EQ(fine_->coldest[0], 0.0);
+  EXPECT_TRUE(fine_->coldest[1] == 0.0 || fine_->coldest[1] == 0.2);
+}
+
+// The tool writes its models as MEDIT files that users can study again as their own: the
+// round trip through the file and the user-study path gives the same solution.
+TEST(StudySection, WrittenMeshStudiedAsOwnGivesTheSameFlows) {
+  const Detail detail = SlabSection(true);
+  const SectionRun run =
+      SolveSection(detail.blocks, detail.materials, SectionSizes().Refined(0), 3);
+  const MeditMesh medit = ParseMedit(MeditText(run.mesh));
+  Assignment assignment;
+  for (std::size_t m = 0; m < detail.materials.size(); ++m)
+    assignment.conductivity[static_cast<int>(m) + 1] = detail.materials[m].conductivity;
+  assignment.low = {1};
+  assignment.high = {2};
+  assignment.surface = {3};
+  const TriMesh model = BuildSurfaceModel(medit, assignment);
+  EXPECT_EQ(model.kind, run.mesh.kind);
+  const SurfaceSolution again = SolveSurface(model, {0.25, 0.5, 0.75});
+  EXPECT_NEAR(again.warmFlow, run.solution.warmFlow, 1e-9 * run.solution.warmFlow);
+  for (int i = 0; i < 3; ++i)
+    EXPECT_NEAR(again.levelFlow[i], run.solution.levelFlow[i], 1e-9 * run.solution.warmFlow);
+}
+
+}  // namespace
+}  // namespace brindle::study

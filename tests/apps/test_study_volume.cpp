@@ -1,0 +1,56 @@
+// The 3-D study through the volume solver: its flows against hand calculations.
+#include <gtest/gtest.h>
+
+#include "detail_study.h"
+#include "examples.h"
+#include "medit.h"
+#include "user_model.h"
+
+namespace brindle::study {
+namespace {
+
+// Coarse enough for the sanitizer build, fine enough to resolve the bar.
+const MeshSizes kCoarse{0.02, 0.25, 1.6};
+
+TEST(StudyVolume, UndisturbedWallConductsTheSeriesUValue) {
+  Detail wall = SteelBarDetail();
+  wall.blocks.pop_back();  // the steel bar
+  const DetailRun run = SolveDetail(wall, kCoarse);
+  const double expected = SeriesUValue(wall.wall) * wall.wallArea;
+  EXPECT_NEAR(run.solution.warmFlow / expected, 1.0, 1e-3);
+  EXPECT_NEAR(run.solution.coldFlow / expected, 1.0, 1e-3);
+  // A plane wall's interior surface sits at 1 - U Rsi everywhere.
+  EXPECT_NEAR(run.minFactor, 1.0 - SeriesUValue(wall.wall) * kInteriorSurfaceResistance, 1e-4);
+}
+
+TEST(StudyVolume, SteelBarIsAPointThermalBridge) {
+  const Detail detail = SteelBarDetail();
+  const DetailRun run = SolveDetail(detail, kCoarse);
+  EXPECT_NEAR(run.solution.warmFlow / run.solution.coldFlow, 1.0, 1e-3);
+  const double u = SeriesUValue(detail.wall);
+  const double chi = detail.symmetryCopies * (run.flow - u * detail.wallArea);
+  EXPECT_GT(chi, 0.005);  // W/K: steel through insulation is a serious bridge
+  EXPECT_LT(chi, 0.5);
+  EXPECT_LT(run.minFactor, 1.0 - u * kInteriorSurfaceResistance);
+  EXPECT_GT(run.minFactor, 0.5);
+  EXPECT_EQ(run.coldest[1], 0.0);  // on the bar's axis, by symmetry
+  EXPECT_EQ(run.coldest[2], 0.0);
+}
+
+TEST(StudyVolume, WrittenMeshStudiedAsOwnGivesTheSameFlows) {
+  const Detail detail = SteelBarDetail();
+  const DetailRun run = SolveDetail(detail, kCoarse);
+  const MeditMesh medit = ParseMedit(MeditText(run.mesh));
+  Assignment assignment;
+  for (std::size_t m = 0; m < detail.materials.size(); ++m)
+    assignment.conductivity[static_cast<int>(m) + 1] = detail.materials[m].conductivity;
+  assignment.low = {1};
+  assignment.high = {2};
+  const TetMesh model = BuildVolumeModel(medit, assignment);
+  EXPECT_EQ(model.kind, run.mesh.kind);
+  const VolumeSolution again = SolveVolume(model);
+  EXPECT_NEAR(again.warmFlow, run.solution.warmFlow, 1e-9 * run.solution.warmFlow);
+}
+
+}  // namespace
+}  // namespace brindle::study

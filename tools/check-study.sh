@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# CI check of the study tool: builds and runs the built-in examples, then checks the key
+# figures of summary.json against hand calculations and the known results.
+set -euo pipefail
+root="$(cd "$(dirname "$0")/.." && pwd)"
+out="$root/build/check-study"
+rm -rf "$out"
+bash "$root/tools/run-study.sh" --output "$out"
+summary="$out/summary.json"
+
+# value KEY [OCCURRENCE]: the number after "KEY": in the summary (first occurrence by default).
+value() {
+  grep -o "\"$1\": [-0-9.eE+]*" "$summary" | sed -n "${2:-1}p" | awk '{print $2}'
+}
+failures=0
+# check NAME VALUE LOW HIGH
+check() {
+  if awk -v v="$2" -v lo="$3" -v hi="$4" 'BEGIN { exit !(v != "" && v >= lo && v <= hi) }'; then
+    printf '  ok    %-48s %s\n' "$1" "$2"
+  else
+    printf '  FAIL  %-48s %s (expected %s .. %s)\n' "$1" "$2" "$3" "$4"
+    failures=$((failures + 1))
+  fi
+}
+
+echo "checking $summary"
+u_hand=$(value U_by_hand_W_per_m2K)
+u_model=$(value U_from_model_W_per_m2K)
+check "2-D undisturbed wall U / series U" "$(awk -v a="$u_model" -v b="$u_hand" 'BEGIN{print a/b}')" 0.999 1.001
+check "2-D isotherm flow spread" "$(value isotherm_flow_spread)" 0 0.005
+check "2-D psi change between finest meshes" "$(value finest_change)" 0 0.01
+check "2-D L2D, W/(m K)" "$(value L2D_W_per_mK)" 1.271 1.297
+check "2-D psi, W/(m K)" "$(value psi_W_per_mK)" 0.839 0.856
+check "2-D f_Rsi" "$(value fRsi 1)" 0.819 0.829
+check "3-D chi, W/K" "$(value chi_W_per_K)" 0.054 0.0565
+check "3-D f_Rsi" "$(value fRsi 2)" 0.946 0.956
+for f in slab-2d.svg wall-2d.svg slab-2d.vtk wall-2d.vtk slab-2d.mesh steel-3d.vtk steel-3d.mesh; do
+  [ -s "$out/$f" ] && printf '  ok    %-48s\n' "$f written" \
+    || { printf '  FAIL  %-48s\n' "$f missing"; failures=$((failures + 1)); }
+done
+if ((failures)); then
+  echo "study check: $failures failure(s)"
+  exit 1
+fi
+echo "study check passed"
