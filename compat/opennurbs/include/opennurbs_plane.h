@@ -1,0 +1,97 @@
+#ifndef BRINDLE_COMPAT_OPENNURBS_PLANE_H
+#define BRINDLE_COMPAT_OPENNURBS_PLANE_H
+
+// Line segments, axis-aligned boxes, plane equations and planes with a local frame.
+
+#include "opennurbs_point.h"
+
+class ON_Line {
+ public:
+  ON_3dPoint from;
+  ON_3dPoint to;
+
+  ON_Line();
+  ~ON_Line();
+  explicit ON_Line(ON_3dPoint start, ON_3dPoint end);
+  explicit ON_Line(ON_2dPoint start, ON_2dPoint end);
+
+  ON_3dPoint& operator[](int i);
+  const ON_3dPoint& operator[](int i) const;
+
+  bool IsValid() const;
+  double Length() const;
+  ON_3dVector Direction() const;
+};
+
+class ON_BoundingBox {
+ public:
+  static const ON_BoundingBox EmptyBoundingBox;
+  static const ON_BoundingBox UnsetBoundingBox;
+  static const ON_BoundingBox NanBoundingBox;
+
+  ON_3dPoint m_min;
+  ON_3dPoint m_max;
+
+  ON_BoundingBox() noexcept;
+  ~ON_BoundingBox() = default;
+  ON_BoundingBox(const ON_BoundingBox&) = default;
+  ON_BoundingBox& operator=(const ON_BoundingBox&) = default;
+  explicit ON_BoundingBox(const ON_3dPoint& min_pt, const ON_3dPoint& max_pt);
+
+  void Destroy();
+  const ON_3dPoint& Min() const;
+  const ON_3dPoint& Max() const;
+  ON_3dVector Diagonal() const;
+  ON_3dPoint Center() const;
+  bool IsValid() const;
+  bool IsEmpty() const;
+  bool IsNotEmpty() const;
+};
+
+class ON_PlaneEquation {
+ public:
+  double x, y, z, d;
+
+  ON_PlaneEquation();
+  explicit ON_PlaneEquation(double xx, double yy, double zz, double dd);
+
+  bool Create(ON_3dPoint P, ON_3dVector N);
+  double ValueAt(ON_3dPoint P) const;
+  double ValueAt(ON_3dVector P) const;
+  double ValueAt(double x, double y, double z) const;
+  bool IsValid() const;
+};
+
+class ON_Plane {
+ public:
+  ON_Plane();
+  ON_Plane(const ON_3dPoint& origin, const ON_3dVector& normal);
+  ON_Plane(const ON_3dPoint& origin, const ON_3dVector& x_dir, const ON_3dVector& y_dir);
+  ON_Plane(const ON_3dPoint& origin, const ON_3dPoint& x_point, const ON_3dPoint& y_point);
+  ~ON_Plane();
+
+  static const ON_Plane World_xy;
+
+  bool CreateFromNormal(const ON_3dPoint& origin, const ON_3dVector& normal);
+  bool CreateFromFrame(const ON_3dPoint& origin, const ON_3dVector& x_dir,
+                       const ON_3dVector& y_dir);
+  bool CreateFromPoints(const ON_3dPoint& origin, const ON_3dPoint& x_point,
+                        const ON_3dPoint& y_point);
+
+  bool IsValid() const;
+  ON_3dPoint PointAt(double u, double v) const;
+  ON_3dPoint PointAt(double u, double v, double w) const;
+  bool ClosestPointTo(ON_3dPoint world_point, double* u, double* v) const;
+  ON_3dPoint ClosestPointTo(ON_3dPoint point) const;
+  double DistanceTo(const ON_3dPoint& point) const;
+
+  ON_3dPoint origin;
+  ON_3dVector xaxis;
+  ON_3dVector yaxis;
+  ON_3dVector zaxis;
+  ON_PlaneEquation plane_equation;
+};
+
+extern const ON_Plane ON_xy_plane;
+
+#endif
