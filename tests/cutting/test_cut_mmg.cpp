@@ -138,6 +138,24 @@ TEST(CutTetrahedralMesh, ReportsTheMmgStepThatRefusedTheMesh) {
   EXPECT_EQ(surface.error, "MMGS_Set_meshSize failed");
 }
 
+TEST(CutTetrahedralMesh, LowFailureOfTheLevelSetCallStillDeliversTheMesh) {
+  // A needle of positive but negligible volume: MMG accepts it, then reports a low failure
+  // for the input quality and hands the mesh back uncut.
+  ON_Mesh needle;
+  AddVertex(needle, 0, 0, 0);
+  AddVertex(needle, 1, 0, 0);
+  AddVertex(needle, 0, 1, 0);
+  AddVertex(needle, 0, 0, 1e-70);
+  AddTetrahedron(needle, 0, 1, 2, 3);
+  const double values[4] = {1, 1, 1, -1};
+  CutResult cut = Cut(&needle, values, 0);
+  EXPECT_EQ(cut.status, 0);
+  EXPECT_EQ(cut.error, "");
+  ASSERT_TRUE(cut.mesh);
+  EXPECT_EQ(cut.mesh->FaceCount(), 1);
+  EXPECT_EQ(References(*cut.mesh).size(), 1u);
+}
+
 class CubeCutByPlane : public ::testing::Test {
  protected:
   const ON_Mesh cube = StructuredCube(4);
