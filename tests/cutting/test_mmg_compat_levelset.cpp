@@ -125,9 +125,8 @@ CutVolume CutWithMmg3d(const VolumeMesh& in, const std::vector<double>& values,
     out.tri_refs.push_back(ref);
   }
   MMG5_pSol never = nullptr;
-  MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &never, MMG5_ARG_end);
-  // The level-set structure was not listed above; release it on its own.
-  MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
+  MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &never, MMG5_ARG_ppLs, &ls,
+                 MMG5_ARG_end);
   return out;
 }
 
@@ -333,6 +332,18 @@ TEST(MmgCompatLevelSet3d, FailureReturns) {
     EXPECT_EQ(MMG5_LOWFAILURE, MMG3D_mmg3dls(mesh, ls, nullptr));
     MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
   }
+}
+
+TEST(MmgCompatLevelSet3d, FaceOfThreeElementsIsPairedUp) {
+  // Three elements on one face (not a manifold mesh): two of them pair up across the face,
+  // the third sees it as boundary; the cut still succeeds.
+  const VolumeMesh fan = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, -1}, {0.2, 0.2, 2}},
+                          {{0, 1, 2, 3}, {0, 2, 1, 4}, {0, 1, 2, 5}}};
+  const CutVolume cut = CutWithMmg3d(fan, {1, 1, 1, -1, -1, -1});
+  EXPECT_EQ(MMG5_SUCCESS, cut.status);
+  EXPECT_EQ(15u, cut.points.size());
+  EXPECT_EQ(12u, cut.tets.size());
+  EXPECT_EQ(31u, cut.tris.size());
 }
 
 TEST(MmgCompatLevelSet3d, AllZeroLevelSetGoesNegative) {

@@ -68,7 +68,7 @@ class LevelSetCut3d {
 
   void SnapToLevel();
   void Cut();
-  bool BuildBoundary();
+  void BuildBoundary();
   void Finish(MMG5_Sol& ls);
 
  private:
@@ -317,12 +317,12 @@ void LevelSetCut3d::SplitTetrahedron(MMG5_int k, const EdgePointMap& cuts) {
     AppendChild(k, i == 0, out[i].v);
 }
 
-bool LevelSetCut3d::BuildBoundary() {
+void LevelSetCut3d::BuildBoundary() {
   // Every face is filed under its lowest vertex; a face met once is on the outer boundary,
   // a face met twice between elements of different sides is on the interface.
   struct FaceEntry {
     MMG5_int b, c;
-    std::uint32_t element_face;  // 4 * element + local face
+    std::uint64_t element_face;  // 4 * element + local face
   };
   const std::size_t np = static_cast<std::size_t>(mesh_.np);
   std::vector<std::size_t> start(np + 2, 0);
@@ -335,10 +335,6 @@ bool LevelSetCut3d::BuildBoundary() {
     if (s[1] > s[2]) std::swap(s[1], s[2]);
     if (s[0] > s[1]) std::swap(s[0], s[1]);
   };
-  if (static_cast<std::uint64_t>(mesh_.ne) >= (1ULL << 30)) {
-    std::fprintf(stderr, "\n  ## Error: MMG3D_mmg3dls: too many tetrahedra.\n");
-    return false;
-  }
   for (MMG5_int k = 1; k <= mesh_.ne; ++k) {
     for (int f = 0; f < 4; ++f) {
       MMG5_int s[3];
@@ -354,12 +350,12 @@ bool LevelSetCut3d::BuildBoundary() {
     for (int f = 0; f < 4; ++f) {
       MMG5_int s[3];
       sorted_face(k, f, s);
-      entries[fill[s[0]]++] = FaceEntry{s[1], s[2], static_cast<std::uint32_t>(4 * k + f)};
+      entries[fill[s[0]]++] = FaceEntry{s[1], s[2], 4 * static_cast<std::uint64_t>(k) + f};
     }
   }
 
   struct BoundaryFace {
-    std::uint32_t element_face;
+    std::uint64_t element_face;
     bool interface;
   };
   std::vector<BoundaryFace> faces;
@@ -373,22 +369,20 @@ bool LevelSetCut3d::BuildBoundary() {
       auto end = run + 1;
       while (end != last && end->b == run->b && end->c == run->c)
         ++end;
-      const std::ptrdiff_t count = end - run;
-      if (count == 1) {
-        faces.push_back(BoundaryFace{run->element_face, false});
-      } else if (count == 2) {
-        const Tetra& t0 = mesh_.tetra[run->element_face / 4];
-        const Tetra& t1 = mesh_.tetra[(run + 1)->element_face / 4];
+      // Normally a face has one or two elements. A non-manifold face (three or more) is
+      // paired up in order, as MMG's face hashing does, and a leftover counts as boundary.
+      for (auto pair = run; pair != end; pair += 2) {
+        if (pair + 1 == end) {
+          faces.push_back(BoundaryFace{pair->element_face, false});
+          break;
+        }
+        const Tetra& t0 = mesh_.tetra[pair->element_face / 4];
+        const Tetra& t1 = mesh_.tetra[(pair + 1)->element_face / 4];
         if (t0.ref != t1.ref) {
           // Seen from the negative element, so the normal points into the positive side.
-          const auto& negative = t0.ref == MG_MINUS ? *run : *(run + 1);
+          const auto& negative = t0.ref == MG_MINUS ? *pair : *(pair + 1);
           faces.push_back(BoundaryFace{negative.element_face, true});
         }
-      } else {
-        std::fprintf(stderr,
-                     "\n  ## Error: MMG3D_mmg3dls: a face is shared by more than two"
-                     " tetrahedra (non-manifold mesh).\n");
-        return false;
       }
       run = end;
     }
@@ -429,7 +423,6 @@ bool LevelSetCut3d::BuildBoundary() {
     }
   }
   mesh_.na = static_cast<MMG5_int>(rim.size());
-  return true;
 }
 
 void LevelSetCut3d::Finish(MMG5_Sol& ls) {
@@ -514,7 +507,7 @@ int DiscretizeLevelSet3d(MMG5_Mesh& mesh, MMG5_Sol* ls, MMG5_Sol* met) {
   cut.PushSliversNegative(slivers);
   cut.SnapToLevel();
   cut.Cut();
-  if (!cut.BuildBoundary()) return MMG5_STRONGFAILURE;
+  cut.BuildBoundary();
   cut.Finish(*ls);
   return MMG5_SUCCESS;
 }

@@ -45,6 +45,9 @@ struct MMG5_Mesh {
   std::vector<mmgcompat::Tria> tria;
   std::array<MMG5_int, mmgcompat::kParamSlots> iparam{};
   std::array<double, mmgcompat::kParamSlots> dparam{};
+  // Solutions created by the same Init_mesh call. Free_all releases those it is not given
+  // too, so a caller that lists only the mesh (as MMG allows) leaks nothing.
+  std::vector<MMG5_Sol*> companions;
 };
 
 struct MMG5_Sol {

@@ -1,5 +1,6 @@
 // Variadic creation and release of mesh and solution structures (Init_mesh / Free_all of both
 // modules). The argument lists are key/address pairs closed by MMG5_ARG_end.
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <new>
@@ -68,6 +69,7 @@ int InitMesh(Module module, va_list args) {
     if (sols[i] == nullptr) continue;
     if (!Renew(sols[i])) return 0;
     if (i == 2) (*sols[i])->size = 3;  // a displacement is a vector field
+    (*mesh)->companions.push_back(*sols[i]);
   }
   return 1;
 }
@@ -122,11 +124,15 @@ int FreeAll(Module module, va_list args) {
                  " each type.\n Probable memory leak.\n",
                  name);
   }
+  std::vector<MMG5_Sol*>& companions = (*mesh)->companions;
   for (MMG5_pSol* sol : sols) {
-    if (sol == nullptr) continue;
+    if (sol == nullptr || *sol == nullptr) continue;
+    companions.erase(std::remove(companions.begin(), companions.end(), *sol), companions.end());
     delete *sol;
     *sol = nullptr;
   }
+  for (MMG5_Sol* sol : companions)
+    delete sol;
   delete *mesh;
   *mesh = nullptr;
   return 1;

@@ -98,6 +98,8 @@ int MMG3D_mmg3dls(MMG5_pMesh mesh, MMG5_pSol sol, MMG5_pSol met);
 
 int MMG3D_Get_meshSize(MMG5_pMesh mesh, MMG5_int* np, MMG5_int* ne, MMG5_int* nprism, MMG5_int* nt,
                        MMG5_int* nquad, MMG5_int* na);
+/* Array getters; the optional flag arrays are filled with 0 (the subset tags no vertex, element
+ * or triangle as corner or required). */
 int MMG3D_Get_vertices(MMG5_pMesh mesh, double* vertices, MMG5_int* refs, int* areCorners,
                        int* areRequired);
 int MMG3D_Get_tetrahedra(MMG5_pMesh mesh, MMG5_int* tetra, MMG5_int* refs, int* areRequired);

@@ -71,6 +71,7 @@ int MMGS_Chk_meshData(MMG5_pMesh mesh, MMG5_pSol met);
 int MMGS_mmgsls(MMG5_pMesh mesh, MMG5_pSol sol, MMG5_pSol met);
 
 int MMGS_Get_meshSize(MMG5_pMesh mesh, MMG5_int* np, MMG5_int* nt, MMG5_int* na);
+/* The optional flag arrays are filled with 0: no vertex is tagged corner or required. */
 int MMGS_Get_vertices(MMG5_pMesh mesh, double* vertices, MMG5_int* refs, int* areCorners,
                       int* areRequired);
 /* One triangle per call, from a hidden cursor that wraps around after the last. */
