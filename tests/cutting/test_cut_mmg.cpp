@@ -251,7 +251,7 @@ TEST(CutTetrahedralMesh, VertexColoursTravelAsReferences) {
   }
 }
 
-TEST(CutTetrahedralMesh, DISABLED_SurfaceMeshIsCutWithItsOwnBranch) {
+TEST(CutTetrahedralMesh, SurfaceMeshIsCutWithItsOwnBranch) {
   const ON_Mesh plate = SquarePlate(4);
   const std::vector<double> values = SampleField(plate, PlaneField);
   ON_Mesh interfaceMesh;
