@@ -241,12 +241,10 @@ TEST(CutTetrahedralMesh, VertexColoursTravelAsReferences) {
   ASSERT_EQ(cut.status, 0);
   const ON_Mesh& mesh = *cut.mesh;
   ASSERT_EQ(mesh.m_C.Count(), mesh.VertexCount());
-  // Input vertices keep their references, new cut vertices get 0.
+  ASSERT_EQ(mesh.VertexCount(), 7);
+  // Input vertices keep their numbers and references; the three cut vertices follow with 0.
   for (int v = 0; v < mesh.VertexCount(); ++v) {
-    const ON_3dPoint p = mesh.m_dV[v];
-    unsigned int expected = 0;
-    for (int i = 0; i < 4; ++i)
-      if (p == tet.m_dV[i]) expected = 7u + 2u * static_cast<unsigned int>(i);
+    const unsigned int expected = v < 4 ? 7u + 2u * static_cast<unsigned int>(v) : 0u;
     EXPECT_EQ(static_cast<unsigned int>(mesh.m_C[v]), expected) << "vertex " << v;
   }
 }
