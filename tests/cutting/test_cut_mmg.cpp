@@ -301,5 +301,18 @@ TEST(SignalHandlerGuard, RestoresTheCallersHandlersAfterTheyWereReset) {
   }
 }
 
+TEST(SignalHandlerGuard, HostHandlersSurviveBothCuts) {
+  const auto previousInt = std::signal(SIGINT, CountingHandler);
+  const auto previousTerm = std::signal(SIGTERM, CountingHandler);
+  const ON_Mesh tet = CornerTetrahedron();
+  const ON_Mesh plate = SquarePlate(2);
+  const double tetValues[4] = {1, 1, 1, -1};
+  const std::vector<double> plateValues = SampleField(plate, PlaneField);
+  EXPECT_EQ(Cut(&tet, tetValues, 0).status, 0);
+  EXPECT_EQ(Cut(&plate, plateValues.data(), 0).status, 0);
+  EXPECT_EQ(std::signal(SIGINT, previousInt), &CountingHandler);
+  EXPECT_EQ(std::signal(SIGTERM, previousTerm), &CountingHandler);
+}
+
 }  // namespace
 }  // namespace brindle
