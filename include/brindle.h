@@ -90,6 +90,7 @@ BRINDLE_API int CutTetrahedralMesh(const ON_Mesh* mesh, const double* vertexValu
  * `hmax` and `interfaceMesh` are ignored. A tetrahedron with a non-finite value at a corner is
  * kept unchanged when it straddles the level.
  * Statuses: 0 success; 1 "Null input mesh or vertex values" (`result` set to null).
+ * An allocation failure leaves as std::bad_alloc with `result` null.
  * Library choice: a face with an index outside the vertex list is dropped. */
 BRINDLE_API int CutTetrahedralMesh2(const ON_Mesh* mesh, const double* vertexValues,
                                     int keepRef, double hmin, double hmax,
