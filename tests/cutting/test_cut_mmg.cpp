@@ -18,6 +18,17 @@ using namespace cut_test;
 
 constexpr double kPlane = 0.37;
 
+// The bundled MMG subset only discretises the level set, so volumes and boundary areas of a
+// cut come out exact. A real MMG then moves vertices, boundary ones included since ridge
+// detection is off, which changes them by a fraction of a percent on these meshes.
+#ifdef BRINDLE_REAL_MMG
+constexpr double kVolumeTolerance = 5e-3;
+constexpr double kAreaTolerance = 5e-2;
+#else
+constexpr double kVolumeTolerance = 1e-9;
+constexpr double kAreaTolerance = 1e-9;
+#endif
+
 double PlaneField(const ON_3dPoint& p) {
   return p.x - kPlane;
 }
@@ -172,10 +183,10 @@ TEST_F(CubeCutByPlane, KeepsTheVolumeSplitsItAnalyticallyAndStaysConforming) {
   ASSERT_EQ(static_cast<int>(references.size()), mesh.FaceCount());
   EXPECT_EQ(UserString(mesh, L"Kestra_version"), L"0.2.9181.2064");
 
-  EXPECT_NEAR(TotalVolume(mesh), 1.0, 1e-9);
-  EXPECT_NEAR(VolumeWithReference(mesh, references, 3), kPlane, 1e-9);
-  EXPECT_NEAR(VolumeWithReference(mesh, references, 2), 1 - kPlane, 1e-9);
-  EXPECT_TRUE(IsConforming(mesh, 6.0, 1e-9));
+  EXPECT_NEAR(TotalVolume(mesh), 1.0, kVolumeTolerance);
+  EXPECT_NEAR(VolumeWithReference(mesh, references, 3), kPlane, kVolumeTolerance);
+  EXPECT_NEAR(VolumeWithReference(mesh, references, 2), 1 - kPlane, kVolumeTolerance);
+  EXPECT_TRUE(IsConforming(mesh, 6.0, kAreaTolerance));
   // Each element's reference names the side its centroid lies on.
   for (int f = 0; f < mesh.FaceCount(); ++f) {
     ON_3dPoint centroid(0, 0, 0);
@@ -198,8 +209,8 @@ TEST_F(CubeCutByPlane, KeepRefLeavesOneSideTaggedWithIt) {
     for (int ref : references)
       EXPECT_EQ(ref, keep);
     const double width = keep == 3 ? kPlane : 1 - kPlane;
-    EXPECT_NEAR(TotalVolume(mesh), width, 1e-9);
-    EXPECT_TRUE(IsConforming(mesh, 2 * (width + width + 1), 1e-9));
+    EXPECT_NEAR(TotalVolume(mesh), width, kVolumeTolerance);
+    EXPECT_TRUE(IsConforming(mesh, 2 * (width + width + 1), kAreaTolerance));
   }
 }
 
