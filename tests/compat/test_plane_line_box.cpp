@@ -3,10 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <type_traits>
 
 #include "opennurbs.h"
 
 namespace {
+
+// Three points or a point and two vectors select a constructor; a mix of the two is ambiguous.
+static_assert(std::is_constructible<ON_Plane, ON_3dPoint, ON_3dPoint, ON_3dPoint>::value, "");
+static_assert(std::is_constructible<ON_Plane, ON_3dPoint, ON_3dVector, ON_3dVector>::value, "");
+static_assert(!std::is_constructible<ON_Plane, ON_3dPoint, ON_3dPoint, ON_3dVector>::value, "");
 
 void ExpectVector(const ON_3dVector& actual, double x, double y, double z) {
   EXPECT_EQ(actual.x, x);

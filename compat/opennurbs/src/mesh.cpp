@@ -316,6 +316,7 @@ template <class Point>
 ON_BoundingBox BoxOfPoints(const ON_SimpleArray<Point>& points) {
   const ON_3dPoint first{points[0]};
   ON_BoundingBox box(first, first);
+  // NaN coordinates after the first point never win a comparison and are skipped.
   for (int i = 1; i < points.Count(); i++) {
     const ON_3dPoint p(points[i]);
     for (int k = 0; k < 3; k++) {
@@ -323,12 +324,14 @@ ON_BoundingBox BoxOfPoints(const ON_SimpleArray<Point>& points) {
       if (p[k] > box.m_max[k]) box.m_max[k] = p[k];
     }
   }
-  return box;
+  // A box with NaN, infinite or unset coordinates is no box at all.
+  return box.IsValid() ? box : ON_BoundingBox::EmptyBoundingBox;
 }
 
 }  // namespace
 
-// Needs at least one face and three vertices; covers every vertex, used or not.
+// Needs at least one face and three vertices; covers every vertex, used or not. When the
+// vertices give no valid box the result is the empty box, and it is not cached.
 bool ON_Mesh::GetBBox(double* boxmin, double* boxmax, bool bGrowBox) const {
   if (FaceCount() < 1 || VertexCount() < 3) return false;
   if (!m_vertex_bbox.IsNotEmpty()) {
@@ -336,8 +339,11 @@ bool ON_Mesh::GetBBox(double* boxmin, double* boxmax, bool bGrowBox) const {
   }
   ON_BoundingBox box = m_vertex_bbox;
   if (bGrowBox) {
+    // Union with the caller's box; an invalid box on either side contributes nothing.
     const ON_BoundingBox given{ON_3dPoint{boxmin}, ON_3dPoint{boxmax}};
-    if (given.IsNotEmpty()) {
+    if (!box.IsValid()) {
+      box = given.IsValid() ? given : ON_BoundingBox::EmptyBoundingBox;
+    } else if (given.IsValid()) {
       for (int k = 0; k < 3; k++) {
         if (given.m_min[k] < box.m_min[k]) box.m_min[k] = given.m_min[k];
         if (given.m_max[k] > box.m_max[k]) box.m_max[k] = given.m_max[k];
