@@ -77,9 +77,8 @@ class LevelSetCut3d {
   int Sign(MMG5_int v) const { return SignOf(value_[v]); }
 
   MMG5_Mesh& mesh_;
-  std::vector<double> value_;         // shifted, scaled level-set value per vertex
-  std::vector<MMG5_int> input_ref_;   // per output tetrahedron: reference of its input element
-  std::vector<MMG5_int> parent_ref_;  // scratch: reference of the element being split
+  std::vector<double> value_;        // shifted, scaled level-set value per vertex
+  std::vector<MMG5_int> input_ref_;  // per output tetrahedron: reference of its input element
 };
 
 void LevelSetCut3d::SnapToLevel() {
@@ -138,8 +137,9 @@ void LevelSetCut3d::SnapToLevel() {
         MMG5_int others[3];
         int n = 0;
         for (MMG5_int v : t.v) {
-          if (v != p) others[n++] = v;
+          if (v != p && n < 3) others[n++] = v;
         }
+        if (n < 3) continue;  // an element repeating p has no link face
         if (Sign(others[0]) == 0 && Sign(others[1]) == 0 && Sign(others[2]) == 0) {
           all_zero_element = true;
         }
@@ -491,7 +491,7 @@ int DiscretizeLevelSet3d(MMG5_Mesh& mesh, MMG5_Sol* ls, MMG5_Sol* met) {
     ApplyScaleFrame(mesh, frame);
     return MMG5_LOWFAILURE;
   }
-  if (ls->np == 0 || ls->m.empty()) {
+  if (ls->np == 0 || ls->m.size() < static_cast<std::size_t>(mesh.np) + 1) {
     std::fprintf(stderr, "\n  ## ERROR: A VALID SOLUTION FILE IS NEEDED \n");
     ApplyScaleFrame(mesh, frame);
     return MMG5_STRONGFAILURE;

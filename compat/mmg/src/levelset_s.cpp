@@ -104,9 +104,16 @@ void LevelSetCutSurface::RepairSnapped() {
   std::vector<char> checked(snapped_.size(), 0);
   std::vector<std::pair<MMG5_int, MMG5_int>> link;
   for (MMG5_int k = 1; k <= mesh_.nt; ++k) {
-    for (MMG5_int p : mesh_.tria[k].v) {
+    for (int i = 0; i < 3; ++i) {
+      const MMG5_int p = mesh_.tria[k].v[i];
       const int s = slot_[p];
       if (s < 0 || checked[s]) continue;
+      // A vertex is examined at the first triangle (in storage order) where the level set
+      // leaves it: the opposite edge ends on a non-zero value and starts on a zero or on the
+      // other sign. The order matters because every repair changes the later checks.
+      const double v1 = value_[mesh_.tria[k].v[(i + 1) % 3]];
+      const double v2 = value_[mesh_.tria[k].v[(i + 2) % 3]];
+      if (std::fabs(v2) < kSnapBand || v1 * v2 > 0.0) continue;
       checked[s] = 1;
       link.clear();
       bool positive = false, negative = false, flat = false;
@@ -342,7 +349,7 @@ int DiscretizeLevelSetSurface(MMG5_Mesh& mesh, MMG5_Sol* ls, MMG5_Sol* met) {
     CompactInput(mesh);
     return MMG5_LOWFAILURE;
   }
-  if (ls->np == 0 || ls->m.empty()) {
+  if (ls->np == 0 || ls->m.size() < static_cast<std::size_t>(mesh.np) + 1) {
     std::fprintf(stderr, "\n  ## ERROR: A VALID SOLUTION FILE IS NEEDED \n");
     ApplyScaleFrame(mesh, frame);
     return MMG5_STRONGFAILURE;

@@ -118,8 +118,9 @@ int FreeAll(Module module, va_list args) {
                  name);
     return 0;
   }
+  // MMG prints this warning on stdout; the subset keeps stdout silent and uses stderr.
   if (counts[1] > 1 || counts[2] > 1 || counts[3] > 1 || counts[4] > 1) {
-    std::fprintf(stdout,
+    std::fprintf(stderr,
                  "\n  ## Warning: %s_Free_all:\n This function can free only one structure of"
                  " each type.\n Probable memory leak.\n",
                  name);
