@@ -1,0 +1,130 @@
+#include "cutting/level_set_cut.h"
+
+#include <climits>
+#include <cstring>
+#include <new>
+
+#include "cutting/mesh_archive.h"
+
+namespace brindle {
+
+const char* LevelSetCutMessage(int status) {
+  switch (status) {
+    case kCutNullMesh:
+      return "Null input mesh";
+    case kCutNullValues:
+      return "Null vertex values";
+    case kCutMixedFaces:
+      return "Mesh has both triangles and quads";
+    case kCutVolumeIso:
+      return "MMG3D_Set_iparameter iso failed";
+    case kCutVolumeMeshSize:
+      return "MMG3D_Set_meshSize failed";
+    case kCutVolumeVertices:
+      return "MMG3D_Set_vertices failed";
+    case kCutVolumeTetrahedra:
+      return "MMG3D_Set_tetrahedra failed";
+    case kCutVolumeSolSize:
+      return "MMG3D_Set_solSize failed";
+    case kCutVolumeScalarSols:
+      return "MMG3D_Set_scalarSols failed";
+    case kCutVolumeCheck:
+      return "MMG3D_Chk_meshData failed";
+    case kCutVolumeLevelSet:
+      return "MMG3D_mmg3dls failed with status %d";
+    case kCutSurfaceIso:
+      return "MMGS_Set_iparameter iso failed";
+    case kCutSurfaceMeshSize:
+      return "MMGS_Set_meshSize failed";
+    case kCutSurfaceVertices:
+      return "MMGS_Set_vertices failed";
+    case kCutSurfaceTriangles:
+      return "MMGS_Set_triangles failed";
+    case kCutSurfaceSolSize:
+      return "MMGS_Set_solSize failed";
+    case kCutSurfaceScalarSols:
+      return "MMGS_Set_scalarSols failed";
+    case kCutSurfaceCheck:
+      return "MMGS_Chk_meshData failed";
+    case kCutSurfaceLevelSet:
+      return "MMGS_mmgsls failed with status %d";
+    default:
+      return "";
+  }
+}
+
+LevelSetCutOutcome CutAlongZeroLevel(const LevelSetCutRequest& request) {
+  LevelSetCutOutcome outcome;
+  if (!request.mesh) {
+    outcome.status = kCutNullMesh;
+  } else if (!request.vertexValues) {
+    outcome.status = kCutNullValues;
+  } else if (request.mesh->TriangleCount() == 0) {
+    outcome = CutVolumeAlongZeroLevel(request);
+  } else if (request.mesh->QuadCount() != 0) {
+    outcome.status = kCutMixedFaces;
+  } else {
+    outcome = CutSurfaceAlongZeroLevel(request);
+  }
+  return outcome;
+}
+
+namespace level_set_cut_detail {
+
+std::vector<int> VertexReferences(const ON_Mesh& mesh, int vertexCount) {
+  std::vector<int> references(static_cast<std::size_t>(vertexCount), 0);
+  if (mesh.HasVertexColors()) {
+    // The colour list follows the single-precision vertices; never read past it when the
+    // double-precision list is longer.
+    const int count = vertexCount < mesh.m_C.Count() ? vertexCount : mesh.m_C.Count();
+    for (int i = 0; i < count; ++i) {
+      const unsigned int packed = mesh.m_C[i];
+      std::memcpy(&references[i], &packed, sizeof packed);
+    }
+  }
+  return references;
+}
+
+int HausdorffAsInteger(const ON_Mesh& mesh) {
+  const double value = mesh.BoundingBox().Diagonal().Length() * 0.005;
+  // A NaN or out-of-range value has no integer truncation; it is passed as 0 or saturated
+  // (MMG refuses this key through the integer setter anyway).
+  if (!(value == value)) return 0;
+  if (value >= static_cast<double>(INT_MAX)) return INT_MAX;
+  if (value <= static_cast<double>(INT_MIN)) return INT_MIN;
+  return static_cast<int>(value);
+}
+
+void SizeResultArrays(ON_Mesh& result, int vertexCount, int faceCount) {
+  const auto vertices = static_cast<std::size_t>(vertexCount);
+  const auto faces = static_cast<std::size_t>(faceCount);
+  result.m_dV.Reserve(vertices);
+  result.m_C.Reserve(vertices);
+  result.m_F.Reserve(faces);
+  if (result.m_dV.Capacity() < vertexCount || result.m_C.Capacity() < vertexCount ||
+      result.m_F.Capacity() < faceCount) {
+    throw std::bad_alloc();
+  }
+  result.m_dV.SetCount(vertexCount);
+  result.m_C.SetCount(vertexCount);
+  result.m_F.SetCount(faceCount);
+}
+
+void FinishResult(ON_Mesh& result, std::vector<int>& references, int keepRef) {
+  if (keepRef != 0) {
+    const int faceCount = result.FaceCount();
+    for (int i = 0; i < faceCount; ++i) {
+      if (references[i] != keepRef) {
+        ON_MeshFace& face = result.m_F[i];
+        face.vi[0] = face.vi[1] = face.vi[2] = face.vi[3] = -1;
+      }
+    }
+    result.Cleanup(false, true, true);
+    references.assign(static_cast<std::size_t>(result.FaceCount()), keepRef);
+  }
+  WriteMeshArchive(result, references.data(), references.size());
+}
+
+}  // namespace level_set_cut_detail
+
+}  // namespace brindle

@@ -1,0 +1,33 @@
+// Views of openNURBS mesh arrays as the flat arrays MMG reads and fills: x, y, z doubles per
+// vertex, four ints per face, one int per vertex colour (its packed value).
+#ifndef BRINDLE_CUTTING_MMG_ARRAYS_H
+#define BRINDLE_CUTTING_MMG_ARRAYS_H
+
+#include "opennurbs.h"
+
+namespace brindle {
+
+static_assert(sizeof(ON_3dPoint) == 3 * sizeof(double), "ON_3dPoint must be three doubles");
+static_assert(sizeof(ON_MeshFace) == 4 * sizeof(int), "ON_MeshFace must be four ints");
+static_assert(sizeof(ON_Color) == sizeof(int), "ON_Color must be one packed 32-bit value");
+
+inline double* CoordinateArray(ON_SimpleArray<ON_3dPoint>& points) {
+  return reinterpret_cast<double*>(points.Array());
+}
+
+// MMG's setters take non-const arrays but only copy from them.
+inline double* CoordinateArray(const ON_SimpleArray<ON_3dPoint>& points) {
+  return reinterpret_cast<double*>(const_cast<ON_3dPoint*>(points.Array()));
+}
+
+inline int* FaceIndexArray(ON_SimpleArray<ON_MeshFace>& faces) {
+  return reinterpret_cast<int*>(faces.Array());
+}
+
+inline int* ColourReferenceArray(ON_SimpleArray<ON_Color>& colours) {
+  return reinterpret_cast<int*>(colours.Array());
+}
+
+}  // namespace brindle
+
+#endif

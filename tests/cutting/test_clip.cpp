@@ -1,0 +1,229 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <vector>
+
+#include "brindle.h"
+#include "cutting/zero_level_clip.h"
+#include "opennurbs.h"
+#include "tetra_mesh_fixtures.h"
+
+namespace brindle {
+namespace {
+
+using namespace cut_test;
+
+std::unique_ptr<ON_Mesh> Clip(const ON_Mesh& mesh, const std::vector<double>& values) {
+  ON_Mesh* result = nullptr;
+  char error[1024] = "stale";
+  EXPECT_EQ(CutTetrahedralMesh2(&mesh, values.data(), 0, 0, 0, nullptr, &result, error), 0);
+  EXPECT_STREQ(error, "");
+  return std::unique_ptr<ON_Mesh>(result);
+}
+
+ON_3dPoint Midpoint(const ON_Mesh& mesh, int a, int b) {
+  return 0.5 * (mesh.Vertex(a) + mesh.Vertex(b));
+}
+
+bool HasVertexAt(const ON_Mesh& mesh, const ON_3dPoint& p) {
+  for (int i = 0; i < mesh.VertexCount(); ++i)
+    if (ON_3dPoint(mesh.m_V[i]).DistanceTo(p) < 1e-7) return true;
+  return false;
+}
+
+TEST(ZeroLevelClip, OneNegativeCornerKeepsTheCornerTetrahedronWithMidpoints) {
+  const ON_Mesh mesh = CornerTetrahedron();
+  const auto result = Clip(mesh, {1, 1, 1, -1});
+  ASSERT_TRUE(result);
+  ASSERT_EQ(result->FaceCount(), 1);
+  ASSERT_EQ(result->VertexCount(), 4);  // corner 3 and three new vertices
+  for (int a = 0; a < 3; ++a)
+    EXPECT_TRUE(HasVertexAt(*result, Midpoint(mesh, a, 3)));
+  EXPECT_TRUE(HasVertexAt(*result, mesh.Vertex(3)));
+  EXPECT_NEAR(SignedTetraVolume(*result, 0), TotalVolume(mesh) / 8, 1e-9);
+}
+
+TEST(ZeroLevelClip, SharedCutEdgeGetsOneVertexNumberedInCreationOrder) {
+  // Two tetrahedra on the face (0, 1, 2); only vertex 0 is negative.
+  ON_Mesh mesh = CornerTetrahedron();
+  AddVertex(mesh, 0, 0, -1);
+  AddTetrahedron(mesh, 0, 2, 1, 4);
+  const auto result = Clip(mesh, {-1, 1, 1, 1, 1});
+  ASSERT_TRUE(result);
+  ASSERT_EQ(result->FaceCount(), 2);
+  // Vertex 0 survives; the cut vertices follow in the order they were made: the first
+  // tetrahedron asks for the edges from 3, 2 and 1 (largest index first among equal values),
+  // the second adds only the edge from 4.
+  ASSERT_EQ(result->VertexCount(), 5);
+  EXPECT_EQ(ON_3dPoint(result->m_V[0]), mesh.Vertex(0));
+  EXPECT_EQ(ON_3dPoint(result->m_V[1]), Midpoint(mesh, 3, 0));
+  EXPECT_EQ(ON_3dPoint(result->m_V[2]), Midpoint(mesh, 2, 0));
+  EXPECT_EQ(ON_3dPoint(result->m_V[3]), Midpoint(mesh, 1, 0));
+  EXPECT_EQ(ON_3dPoint(result->m_V[4]), Midpoint(mesh, 4, 0));
+  const auto use = TriangleUse(*result);
+  EXPECT_EQ(use.size(), 7u);  // the shared face is one triangle used by both pieces
+  EXPECT_EQ(std::count_if(use.begin(), use.end(), [](const auto& u) { return u.second == 2; }), 1);
+}
+
+TEST(ZeroLevelClip, NewVertexFollowsTheLinearZeroCrossingInSinglePrecision) {
+  const ON_Mesh mesh = CornerTetrahedron();
+  const auto result = Clip(mesh, {0.3, 0.7, 0.9, -0.1});
+  ASSERT_TRUE(result);
+  const float t = 0.3f / (0.3f - -0.1f);
+  EXPECT_TRUE(HasVertexAt(*result, ON_3dPoint(0, 0, std::fma(t, 1.0f, std::fma(-t, 0.0f, 0.0f)))));
+  EXPECT_NEAR(TotalVolume(*result), (1.0 / 6) * 0.25 * 0.125 * 0.1, 1e-7);
+}
+
+TEST(ZeroLevelClip, ZeroValuesStayOnTheKeptSide) {
+  const ON_Mesh mesh = CornerTetrahedron();
+  const double v = TotalVolume(mesh);
+
+  const auto allZero = Clip(mesh, {0, 0, 0, 0});
+  ASSERT_EQ(allZero->FaceCount(), 1);
+  EXPECT_EQ(allZero->VertexCount(), 4);
+  EXPECT_NEAR(TotalVolume(*allZero), v, 1e-12);
+
+  // Removing the only tetrahedron empties the mesh, which still carries the archive.
+  const auto removed = Clip(mesh, {0, 0, 0, 1});
+  EXPECT_EQ(removed->FaceCount(), 0);
+  EXPECT_EQ(removed->VertexCount(), 0);
+  EXPECT_EQ(UserString(*removed, L"Kestra_version"), L"0.2.9181.2064");
+
+  // (0, 0, 1, -1): one piece (E03, p1, p2, p3), half the tetrahedron.
+  const auto split = Clip(mesh, {0, 0, 1, -1});
+  ASSERT_EQ(split->FaceCount(), 1);
+  EXPECT_TRUE(HasVertexAt(*split, Midpoint(mesh, 2, 3)));
+  EXPECT_NEAR(SignedTetraVolume(*split, 0), v / 2, 1e-9);
+}
+
+// Every corner order of the input tetrahedron, against value patterns that reach each case
+// of the clip: pieces keep the input's orientation and the two sides add up to the whole.
+TEST(ZeroLevelClip, EveryCaseAndCornerOrderKeepsOrientationAndVolume) {
+  const std::vector<std::vector<double>> patterns = {
+      {3, 1, 2, -0.5},  {3, -1, -2, -0.5}, {3, 1, -2, -0.5}, {1, 0, 0, -2},
+      {1, 0, -2, -0.5}, {2, 1, 0, -3},     {1, 1, 1, -1},    {1, 1, -1, -1}};
+  const ON_Mesh base = CornerTetrahedron();
+  const double whole = TotalVolume(base);
+  int perm[4] = {0, 1, 2, 3};
+  do {
+    ON_Mesh mesh;
+    for (int i = 0; i < 4; ++i) {
+      const ON_3dPoint p = base.Vertex(perm[i]);
+      AddVertex(mesh, p.x, p.y, p.z);
+    }
+    // Corners in stored order 0..3 but swapped when the permutation flipped the orientation.
+    const bool flipped =
+        SixVolume(mesh.Vertex(0), mesh.Vertex(1), mesh.Vertex(2), mesh.Vertex(3)) < 0;
+    if (flipped)
+      AddTetrahedron(mesh, 1, 0, 2, 3);
+    else
+      AddTetrahedron(mesh, 0, 1, 2, 3);
+    for (const auto& pattern : patterns) {
+      std::vector<double> values(4), negated(4);
+      for (int i = 0; i < 4; ++i) {
+        values[i] = pattern[perm[i]];
+        negated[i] = -values[i];
+      }
+      const auto below = Clip(mesh, values);
+      const auto above = Clip(mesh, negated);
+      for (const auto* part : {below.get(), above.get()}) {
+        for (int f = 0; f < part->FaceCount(); ++f)
+          EXPECT_GT(SignedTetraVolume(*part, f), 0) << "inverted piece";
+      }
+      EXPECT_NEAR(TotalVolume(*below) + TotalVolume(*above), whole, 1e-7);
+    }
+  } while (std::next_permutation(perm, perm + 4));
+}
+
+TEST(ZeroLevelClip, NonFiniteValueLeavesAMixedTetrahedronUnchanged) {
+  const ON_Mesh mesh = CornerTetrahedron();
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  for (const auto& values : {std::vector<double>{1, nan, -1, 1}, std::vector<double>{nan, 1, 1, 1},
+                             std::vector<double>{1e300, 1, -1, 1}}) {
+    const auto result = Clip(mesh, values);
+    ASSERT_EQ(result->FaceCount(), 1);
+    EXPECT_EQ(result->VertexCount(), 4);
+    for (int j = 0; j < 4; ++j)
+      EXPECT_EQ(result->m_F[0].vi[j], mesh.m_F[0].vi[j]);
+  }
+}
+
+TEST(ZeroLevelClip, ColoursEveryVertexAsFreeAndEmptiesTheArchive) {
+  ON_Mesh mesh = CornerTetrahedron();
+  for (int i = 0; i < 4; ++i)
+    mesh.m_C.Append(ON_Color(255, 0, 0));
+  mesh.SetUserString(L"KSmesh_v", L"host data");
+  mesh.SetUserString(L"KSmesh_mi", L"AwAAAA==");
+  const auto result = Clip(mesh, {1, 1, -1, -1});
+  ASSERT_EQ(result->m_C.Count(), result->VertexCount());
+  for (int i = 0; i < result->m_C.Count(); ++i)
+    EXPECT_EQ(static_cast<unsigned int>(result->m_C[i]), 0x00323232u);
+  EXPECT_EQ(UserString(*result, L"Kestra_version"), L"0.2.9181.2064");
+  EXPECT_FALSE(HasUserString(*result, L"KSmesh_v"));
+  EXPECT_FALSE(HasUserString(*result, L"KSmesh_mi"));
+  // The caller's mesh is only read.
+  EXPECT_EQ(UserString(mesh, L"KSmesh_v"), L"host data");
+  EXPECT_EQ(mesh.FaceCount(), 1);
+  EXPECT_EQ(mesh.VertexCount(), 4);
+}
+
+TEST(ZeroLevelClip, IgnoresKeepRefSizesAndInterfaceMesh) {
+  const ON_Mesh cube = StructuredCube(2);
+  const auto values = SampleField(cube, [](const ON_3dPoint& p) { return p.x + p.y - 0.8; });
+  const auto plain = Clip(cube, values);
+  ON_Mesh interfaceMesh;
+  ON_Mesh* other = nullptr;
+  ASSERT_EQ(
+      CutTetrahedralMesh2(&cube, values.data(), 3, 5.0, 0.01, &interfaceMesh, &other, nullptr), 0);
+  std::unique_ptr<ON_Mesh> owned(other);
+  ASSERT_EQ(other->FaceCount(), plain->FaceCount());
+  ASSERT_EQ(other->VertexCount(), plain->VertexCount());
+  for (int f = 0; f < plain->FaceCount(); ++f)
+    for (int j = 0; j < 4; ++j)
+      EXPECT_EQ(other->m_F[f].vi[j], plain->m_F[f].vi[j]);
+  EXPECT_EQ(interfaceMesh.FaceCount(), 0);
+  EXPECT_EQ(interfaceMesh.VertexCount(), 0);
+}
+
+TEST(ZeroLevelClip, CubeCutByAPlaneKeepsTheAnalyticVolumeAndStaysConforming) {
+  const ON_Mesh cube = StructuredCube(4);
+  const double a = 0.37;
+  const auto below = Clip(cube, SampleField(cube, [a](const ON_3dPoint& p) { return p.x - a; }));
+  const auto above = Clip(cube, SampleField(cube, [a](const ON_3dPoint& p) { return a - p.x; }));
+  EXPECT_NEAR(TotalVolume(*below), a, 1e-6);
+  EXPECT_NEAR(TotalVolume(*below) + TotalVolume(*above), 1.0, 1e-6);
+  EXPECT_TRUE(IsConforming(*below, 2 * (a + a + 1), 1e-5));
+  EXPECT_TRUE(IsConforming(*above, 2 * ((1 - a) + (1 - a) + 1), 1e-5));
+  for (int f = 0; f < below->FaceCount(); ++f)
+    EXPECT_GT(SignedTetraVolume(*below, f), 0);
+}
+
+TEST(ZeroLevelClip, NullInputsAreRefused) {
+  const ON_Mesh mesh = CornerTetrahedron();
+  const double values[4] = {1, 1, 1, -1};
+  ON_Mesh sentinel;
+  for (int which = 0; which < 2; ++which) {
+    ON_Mesh* result = &sentinel;
+    char error[1024] = "stale";
+    const int status =
+        CutTetrahedralMesh2(which == 0 ? nullptr : &mesh, which == 0 ? values : nullptr, 0, 0, 0,
+                            nullptr, &result, error);
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(result, nullptr);
+    EXPECT_STREQ(error, "Null input mesh or vertex values");
+  }
+  EXPECT_EQ(CutTetrahedralMesh2(nullptr, nullptr, 0, 0, 0, nullptr, nullptr, nullptr), 1);
+}
+
+TEST(ZeroLevelClip, FacesWithIndicesOutsideTheVertexListAreDropped) {
+  ON_Mesh mesh = CornerTetrahedron();
+  AddTetrahedron(mesh, 0, 1, 2, 7);
+  const auto result = Clip(mesh, {1, 1, 1, -1});
+  EXPECT_EQ(result->FaceCount(), 1);
+}
+
+}  // namespace
+}  // namespace brindle

@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "brindle.h"
+#include "opennurbs.h"
+#include "tetra_mesh_fixtures.h"
+
+namespace brindle {
+namespace {
+
+using namespace cut_test;
+
+ON_Mesh RegularTetrahedron() {
+  ON_Mesh mesh;
+  AddVertex(mesh, 1, 1, 1);
+  AddVertex(mesh, 1, -1, -1);
+  AddVertex(mesh, -1, 1, -1);
+  AddVertex(mesh, -1, -1, 1);
+  AddTetrahedron(mesh, 0, 1, 2, 3);
+  if (SignedTetraVolume(mesh, 0) < 0) std::swap(mesh.m_F[0].vi[2], mesh.m_F[0].vi[3]);
+  return mesh;
+}
+
+TEST(QualityMmg, TetrahedraOnMmgsScale) {
+  ON_Mesh mesh = RegularTetrahedron();
+  // The corner tetrahedron, once as given and once inverted: MMG reorients it on input.
+  const int base = mesh.VertexCount();
+  for (const auto& p :
+       {ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)})
+    AddVertex(mesh, p.x, p.y, p.z);
+  AddTetrahedron(mesh, base, base + 1, base + 2, base + 3);
+  AddTetrahedron(mesh, base, base + 2, base + 1, base + 3);
+  // Colours become MMG vertex references and must not change the measure.
+  for (int i = 0; i < mesh.VertexCount(); ++i)
+    mesh.m_C.Append(ON_Color(200, 10, 10));
+
+  std::vector<double> quality(3, -1);
+  char error[1024] = "stale";
+  ASSERT_EQ(qual(&mesh, quality.data(), error), 0);
+  EXPECT_STREQ(error, "");
+  EXPECT_NEAR(quality[0], 1.0, 1e-14);
+  EXPECT_NEAR(quality[1], 4 * std::sqrt(3.0) / 9, 1e-14);  // 0.7698003589195
+  EXPECT_NEAR(quality[2], quality[1], 1e-15);
+}
+
+TEST(QualityMmg, TrianglesOnMmgsScale) {
+  ON_Mesh mesh;
+  AddVertex(mesh, 0, 0, 0);
+  AddVertex(mesh, 1, 0, 0);
+  AddVertex(mesh, 0.5, std::sqrt(3.0) / 2, 0);
+  AddVertex(mesh, 0, 1, 0);
+  mesh.SetTriangle(0, 0, 1, 2);  // equilateral
+  mesh.SetTriangle(1, 0, 1, 3);  // right isosceles
+  mesh.SetQuad(2, 0, 1, 3, 2);   // corner 3 of a quad is ignored: the right isosceles again
+  std::vector<double> quality(3, -1);
+  ASSERT_EQ(qualS(&mesh, quality.data(), nullptr), 0);
+  EXPECT_NEAR(quality[0], 1.0, 1e-14);
+  EXPECT_NEAR(quality[1], std::sqrt(3.0) / 2, 1e-14);
+  EXPECT_NEAR(quality[2], quality[1], 1e-15);
+}
+
+TEST(QualityMmg, RefusalsNameTheMmgStepAndLeaveTheOutputAlone) {
+  struct Case {
+    ON_Mesh mesh;
+    int tetraStatus;
+    std::string tetraMessage;
+  };
+  std::vector<Case> cases;
+
+  ON_Mesh floatOnly = RegularTetrahedron();
+  floatOnly.m_dV.Destroy();
+  cases.push_back({floatOnly, 1, "MMG3D_Set_meshSize failed"});
+
+  ON_Mesh flat;
+  for (int i = 0; i < 4; ++i)
+    AddVertex(flat, i, 2 * i, 0);
+  AddTetrahedron(flat, 0, 1, 2, 3);
+  cases.push_back({flat, 3, "MMG3D_Set_tetrahedra failed"});
+
+  ON_Mesh outside = RegularTetrahedron();
+  outside.m_F[0].vi[1] = -4;
+  cases.push_back({outside, 3, "MMG3D_Set_tetrahedra failed"});
+
+  for (const Case& c : cases) {
+    double quality[1] = {-7};
+    char error[1024] = "stale";
+    EXPECT_EQ(qual(&c.mesh, quality, error), c.tetraStatus);
+    EXPECT_EQ(std::string(error), c.tetraMessage);
+    EXPECT_EQ(quality[0], -7);
+  }
+
+  double quality[1] = {-7};
+  char error[1024] = "stale";
+  ON_Mesh noTriangles = RegularTetrahedron();
+  noTriangles.m_F.SetCount(0);  // MMGS wants points and triangles
+  EXPECT_EQ(qualS(&noTriangles, quality, error), 1);
+  EXPECT_STREQ(error, "MMGS_Set_meshSize failed");
+
+  EXPECT_EQ(qual(nullptr, quality, error), 5);
+  EXPECT_STREQ(error, "Null mesh or quality array");
+  EXPECT_EQ(qualS(&noTriangles, nullptr, error), 5);
+  EXPECT_EQ(quality[0], -7);
+}
+
+}  // namespace
+}  // namespace brindle
