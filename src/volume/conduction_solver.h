@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "volume/block_assembly.h"
 #include "volume/model.h"
 
 namespace brindle {
@@ -22,7 +23,6 @@ constexpr double kHighTemperature = 20.0;
 class brindle {
  public:
   using SparseMatrix = Eigen::SparseMatrix<double>;
-  using Triplet = Eigen::Triplet<double, int>;
   // The full symmetric matrix is stored, so products run row by row over the column-major
   // storage of its transpose. Tolerance and iteration limit stay at Eigen's defaults.
   using Solver = Eigen::ConjugateGradient<SparseMatrix, Eigen::Lower | Eigen::Upper,
@@ -52,14 +52,15 @@ class brindle {
   std::size_t VertexCount() const { return vertices_.size(); }
   std::size_t FixedCount() const { return fixedCount_; }
   std::size_t MaterialCount() const { return model_.materials.size(); }
-  const std::vector<VertexRecord>& SolverOrder() const { return vertices_; }
+  const std::vector<VertexRecord>& OrderedVertices() const { return vertices_; }
   const SparseMatrix& FreeMatrix() const { return free_; }
   const SparseMatrix& CouplingMatrix() const { return coupling_; }
   const Solver& LinearSolver() const { return solver_; }
 
  private:
-  std::vector<Triplet> ElementPass(std::vector<char>* used, std::string& message) const;
-  void AssembleAndPrepare(std::vector<Triplet>& triplets);
+  void RunElementPass(BlockAssembler& assembler, std::vector<char>* used,
+                      std::string& message) const;
+  void Prepare(SystemBlocks blocks);
   void WriteFixedTemperatures();
 
   double tolerance_;
