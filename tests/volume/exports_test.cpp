@@ -74,7 +74,6 @@ TEST(VolumeExports, RefusesBadInputBeforeAllocating) {
       {"material index negative", [](Arguments& a) { a.materials[0] = -1; }},
       {"high entry too big", [](Arguments& a) { a.high[2] = 4; }},
       {"low entry negative", [](Arguments& a) { a.low[0] = INT_MIN; }},
-      {"huge counts", [](Arguments& a) { a.vertexCount = a.tetrahedronCount = INT_MAX; }},
   };
   for (const auto& [name, edit] : edits) {
     Arguments arguments(SingleTetrahedron());
