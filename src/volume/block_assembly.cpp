@@ -41,8 +41,8 @@ BlockAssembler::BlockAssembler(const std::vector<Tetrahedron>& tetrahedra,
   for (std::size_t c = 0; c + 1 < begin_.size(); ++c)
     begin_[c + 1] += begin_[c];
   next_.assign(begin_.begin(), begin_.end() - 1);
-  rows_.resize(begin_.back());
-  values_.resize(begin_.back());
+  rows_ = std::vector<std::int32_t>(begin_.back());
+  values_ = std::vector<double>(begin_.back());
 }
 
 SystemBlocks BlockAssembler::Finish() {

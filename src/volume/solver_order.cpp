@@ -12,7 +12,7 @@ SolverOrder SortIntoSolverOrder(const std::vector<VertexRecord>& inputVertices) 
     order.vertices[i].number = std::int64_t(i);
   std::sort(order.vertices.begin(), order.vertices.end(),
             [](const VertexRecord& a, const VertexRecord& b) { return a.kind < b.kind; });
-  order.positions.resize(n);
+  order.positions = std::vector<std::int32_t>(n);
   for (std::size_t i = 0; i < n; ++i)
     order.positions[order.vertices[i].number] = std::int32_t(i);
   order.fixedCount =
