@@ -1,12 +1,16 @@
 #include "volume/block_assembly.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace brindle {
 namespace {
 
 using SparseMatrix = Eigen::SparseMatrix<double>;
+
+struct ColumnEntry {
+  std::int32_t row;
+  double value;
+};
 
 // Columns [first, last) of the compacted storage as a compressed matrix.
 SparseMatrix MakeColumnRange(Eigen::Index rows, std::size_t first, std::size_t last,
@@ -50,7 +54,7 @@ SystemBlocks BlockAssembler::Finish() {
   // Compacts column after column into the front of the same storage: a column never writes
   // past the start of its own bucket. slot[row] is the entry of `row` in the current column.
   std::vector<std::int32_t> slot(n, -1);
-  std::vector<std::pair<std::int32_t, double>> column;
+  std::vector<ColumnEntry> column;
   std::vector<std::size_t> columnStart(n + 1, 0);
   std::size_t written = 0;
   for (std::size_t c = 0; c < n; ++c) {
@@ -59,19 +63,19 @@ SystemBlocks BlockAssembler::Finish() {
       std::int32_t& s = slot[rows_[e]];
       if (s < 0) {
         s = std::int32_t(column.size());
-        column.emplace_back(rows_[e], values_[e]);
+        column.push_back({rows_[e], values_[e]});
       } else {
-        column[s].second += values_[e];
+        column[s].value += values_[e];
       }
     }
-    for (const auto& entry : column)
-      slot[entry.first] = -1;
+    for (const ColumnEntry& entry : column)
+      slot[entry.row] = -1;
     std::sort(column.begin(), column.end(),
-              [](const auto& a, const auto& b) { return a.first < b.first; });
+              [](const ColumnEntry& a, const ColumnEntry& b) { return a.row < b.row; });
     columnStart[c] = written;
-    for (const auto& entry : column) {
-      rows_[written] = entry.first;
-      values_[written] = entry.second;
+    for (const ColumnEntry& entry : column) {
+      rows_[written] = entry.row;
+      values_[written] = entry.value;
       ++written;
     }
   }

@@ -50,11 +50,8 @@ class brindle {
   // temperatures[vertex number] for every vertex; the caller provides VertexCount() values.
   void CopyTemperatures(double* temperatures) const;
   std::size_t VertexCount() const { return vertices_.size(); }
-  std::size_t FixedCount() const { return fixedCount_; }
   std::size_t MaterialCount() const { return model_.materials.size(); }
-  const std::vector<VertexRecord>& OrderedVertices() const { return vertices_; }
   const SparseMatrix& FreeMatrix() const { return free_; }
-  const SparseMatrix& CouplingMatrix() const { return coupling_; }
   const Solver& LinearSolver() const { return solver_; }
 
  private:
@@ -71,8 +68,8 @@ class brindle {
   std::vector<std::int32_t> positions_;  // input vertex number -> solver position
   prepoisson model_;
   Eigen::VectorXd temperatures_;  // solver order
-  std::size_t fixedCount_ = 0;
-  bool freeMatrixFinite_ = true;
+  std::size_t fixedCount_ = 0;    // F: vertices of kind Low, Mid or High
+  bool freeMatrixFinite_ = true;  // false when NaN or infinity reached the free matrix
 };
 
 }  // namespace brindle
