@@ -76,8 +76,9 @@ BRINDLE_API int poissonmallocvol(int vertexCount, double* coordinates, int tetra
 
 /* Solves and writes temperatures[v] for every input vertex v (vertexCount values). Free
  * vertices of a system with NaN or infinite matrix or right-hand-side entries get NaN, and
- * the solver reports no convergence. The solve runs Eigen's sparse products on OpenMP threads
- * whose number the runtime adapts to the machine's load.
+ * the solver reports no convergence. The solver's sparse products run on OpenMP threads, one
+ * per core that no other thread is running on at the moment of the call (one thread for small
+ * meshes); the caller's OpenMP settings are restored afterwards.
  * Statuses: 0 success (also without convergence, see poissoninfo); 1 "Null solver handle";
  * 1 "Null temperature array"; 30 "Out of memory, too much mesh for your RAM". */
 BRINDLE_API int poissonsolve(void* handle, double* temperatures, char* error);

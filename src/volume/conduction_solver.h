@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "volume/block_assembly.h"
 #include "volume/model.h"
 
 namespace brindle {
@@ -22,7 +23,6 @@ constexpr double kHighTemperature = 20.0;
 class brindle {
  public:
   using SparseMatrix = Eigen::SparseMatrix<double>;
-  using Triplet = Eigen::Triplet<double, int>;
   // The full symmetric matrix is stored, so products run row by row over the column-major
   // storage of its transpose. Tolerance and iteration limit stay at Eigen's defaults.
   using Solver = Eigen::ConjugateGradient<SparseMatrix, Eigen::Lower | Eigen::Upper,
@@ -50,16 +50,14 @@ class brindle {
   // temperatures[vertex number] for every vertex; the caller provides VertexCount() values.
   void CopyTemperatures(double* temperatures) const;
   std::size_t VertexCount() const { return vertices_.size(); }
-  std::size_t FixedCount() const { return fixedCount_; }
   std::size_t MaterialCount() const { return model_.materials.size(); }
-  const std::vector<VertexRecord>& SolverOrder() const { return vertices_; }
   const SparseMatrix& FreeMatrix() const { return free_; }
-  const SparseMatrix& CouplingMatrix() const { return coupling_; }
   const Solver& LinearSolver() const { return solver_; }
 
  private:
-  std::vector<Triplet> ElementPass(std::vector<char>* used, std::string& message) const;
-  void AssembleAndPrepare(std::vector<Triplet>& triplets);
+  void RunElementPass(BlockAssembler& assembler, std::vector<char>* used,
+                      std::string& message) const;
+  void Prepare(SystemBlocks blocks);
   void WriteFixedTemperatures();
 
   double tolerance_;
@@ -70,8 +68,8 @@ class brindle {
   std::vector<std::int32_t> positions_;  // input vertex number -> solver position
   prepoisson model_;
   Eigen::VectorXd temperatures_;  // solver order
-  std::size_t fixedCount_ = 0;
-  bool freeMatrixFinite_ = true;
+  std::size_t fixedCount_ = 0;    // F: vertices of kind Low, Mid or High
+  bool freeMatrixFinite_ = true;  // false when NaN or infinity reached the free matrix
 };
 
 }  // namespace brindle

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "common/format_attribute.h"
 #include "volume/model.h"
 
 namespace brindle {
@@ -31,6 +32,9 @@ struct MeshCheckFailure {
 // below vertexCount.
 std::int64_t FirstVertexUnreachableFromZero(std::size_t vertexCount,
                                             const std::vector<Tetrahedron>& tetrahedra);
+
+// printf-style formatting into a string of any length.
+std::string Formatted(const char* format, ...) BRINDLE_PRINTF_FORMAT(1, 2);
 
 std::string DisconnectedMeshMessage(std::int64_t vertex);
 std::string DegenerateTetrahedronMessage(std::size_t tetrahedron,

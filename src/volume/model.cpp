@@ -1,5 +1,7 @@
 #include "volume/model.h"
 
+#include "volume/mesh_checks.h"
+
 namespace brindle {
 namespace {
 
@@ -21,7 +23,7 @@ prepoisson::prepoisson(int vertexCount, const double* coordinates, int tetrahedr
                        const int* tetrahedra, const int* tetrahedronMaterials, int materialCount,
                        const double* conductivities, int highCount, const int* highVertices,
                        int lowCount, const int* lowVertices) {
-  vertices.resize(vertexCount);
+  vertices = std::vector<VertexRecord>(vertexCount);
   for (int i = 0; i < vertexCount; ++i) {
     VertexRecord& v = vertices[i];
     v.number = i;
@@ -30,16 +32,17 @@ prepoisson::prepoisson(int vertexCount, const double* coordinates, int tetrahedr
     v.y = coordinates[3 * i + 1];
     v.z = coordinates[3 * i + 2];
   }
-  this->tetrahedra.resize(tetrahedronCount);
+  this->tetrahedra = std::vector<Tetrahedron>(tetrahedronCount);
   for (int t = 0; t < tetrahedronCount; ++t) {
     for (int c = 0; c < 4; ++c)
       this->tetrahedra[t][c] = tetrahedra[4 * t + c];
   }
-  this->tetrahedronMaterials.assign(tetrahedronMaterials, tetrahedronMaterials + tetrahedronCount);
-  materials.resize(materialCount);
+  this->tetrahedronMaterials =
+      std::vector<std::int32_t>(tetrahedronMaterials, tetrahedronMaterials + tetrahedronCount);
+  materials = std::vector<MaterialRecord>(materialCount);
   for (int m = 0; m < materialCount; ++m) {
     materials[m].conductivity = conductivities[m];
-    materials[m].name = "material_" + std::to_string(m);
+    materials[m].name = Formatted("material_%d", m);
   }
   ClassifyVertices(vertices, highCount, highVertices, lowCount, lowVertices);
 }

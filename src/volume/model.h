@@ -29,7 +29,9 @@ struct MaterialRecord {
   std::string name;  // "material_<index>"
 };
 
-using Tetrahedron = std::array<std::int32_t, 4>;
+// The four corners of a tetrahedron. A type of its own (not a bare std::array) keeps the
+// library's container code out of the shared library's exported symbols.
+struct Tetrahedron : std::array<std::int32_t, 4> {};
 
 // Copies the host's arrays into typed records and classifies the vertices. No validation is
 // done here: the exports check counts and index ranges, the solver runs the mesh checks.

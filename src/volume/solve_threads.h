@@ -6,8 +6,13 @@
 
 namespace brindle {
 
-// Sets the calling thread's OpenMP team size for the duration of one solve and restores the
-// caller's settings afterwards, so the host's own OpenMP use is left as it was.
+// Team size for a product with `nonZeros` stored entries on a machine with `processors`
+// cores of which `othersRunning` are taken by other runnable threads right now: one thread for
+// small products, otherwise one per core nobody else is using, at least one.
+int SolveTeamSize(std::int64_t nonZeros, int processors, int othersRunning);
+
+// Sets the calling thread's OpenMP team size for one solve and restores the caller's settings
+// afterwards, so a host that uses OpenMP itself finds them as it left them.
 class SolveThreadScope {
  public:
   explicit SolveThreadScope(std::int64_t nonZeros);
