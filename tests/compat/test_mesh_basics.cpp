@@ -3,10 +3,25 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <type_traits>
+#include <utility>
 
 #include "mesh_fixtures.h"
 
 namespace {
+
+// Colours are written through m_C directly, and emptiness is asked with IsEmpty(): the SDK has
+// neither a SetVertexColor method nor an Empty() method on meshes.
+template <class Mesh, class = void>
+struct HasSetVertexColor : std::false_type {};
+template <class Mesh>
+struct HasSetVertexColor<Mesh, decltype(void(&Mesh::SetVertexColor))> : std::true_type {};
+template <class Mesh, class = void>
+struct HasEmptyMethod : std::false_type {};
+template <class Mesh>
+struct HasEmptyMethod<Mesh, decltype(void(std::declval<Mesh&>().Empty()))> : std::true_type {};
+static_assert(!HasSetVertexColor<ON_Mesh>::value, "");
+static_assert(!HasEmptyMethod<ON_Mesh>::value, "");
 
 using compat_test::AddFloatVertices;
 using compat_test::AddVertices;

@@ -124,6 +124,9 @@ TEST(OpenNurbsPoints, PrecisionOfMixedOperations) {
   EXPECT_EQ(assigned, narrowed);
   const ON_3dPoint widened = narrowed;
   EXPECT_EQ(widened.x, static_cast<double>(0.1f));
+  // Single precision squares overflow where the double length does not.
+  EXPECT_TRUE(std::isinf(ON_3fVector(1e20f, 1e20f, 0).LengthSquared()));
+  EXPECT_TRUE(std::isfinite(ON_3fVector(1e20f, 1e20f, 0).Length()));
 }
 
 TEST(OpenNurbsPoints, ValidityAndZeroTests) {

@@ -5,8 +5,10 @@
 // client code includes only this header and builds unchanged against either.
 
 #include "opennurbs_array.h"
+#include "opennurbs_bounding_box.h"
 #include "opennurbs_color.h"
 #include "opennurbs_defines.h"
+#include "opennurbs_line.h"
 #include "opennurbs_mesh.h"
 #include "opennurbs_object.h"
 #include "opennurbs_plane.h"

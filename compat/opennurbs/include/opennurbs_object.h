@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "opennurbs_plane.h"
+#include "opennurbs_bounding_box.h"
 #include "opennurbs_string.h"
 
 class ON_TextLog;

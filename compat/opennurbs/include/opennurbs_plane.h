@@ -1,52 +1,9 @@
 #ifndef BRINDLE_COMPAT_OPENNURBS_PLANE_H
 #define BRINDLE_COMPAT_OPENNURBS_PLANE_H
 
-// Line segments, axis-aligned boxes, plane equations and planes with a local frame.
+// Plane equations and planes with a local frame.
 
 #include "opennurbs_point.h"
-
-class ON_Line {
- public:
-  ON_3dPoint from;
-  ON_3dPoint to;
-
-  ON_Line();
-  ~ON_Line();
-  explicit ON_Line(ON_3dPoint start, ON_3dPoint end);
-  explicit ON_Line(ON_2dPoint start, ON_2dPoint end);
-
-  ON_3dPoint& operator[](int i);
-  const ON_3dPoint& operator[](int i) const;
-
-  bool IsValid() const;
-  double Length() const;
-  ON_3dVector Direction() const;
-};
-
-class ON_BoundingBox {
- public:
-  static const ON_BoundingBox EmptyBoundingBox;
-  static const ON_BoundingBox UnsetBoundingBox;
-  static const ON_BoundingBox NanBoundingBox;
-
-  ON_3dPoint m_min;
-  ON_3dPoint m_max;
-
-  ON_BoundingBox() noexcept;
-  ~ON_BoundingBox() = default;
-  ON_BoundingBox(const ON_BoundingBox&) = default;
-  ON_BoundingBox& operator=(const ON_BoundingBox&) = default;
-  explicit ON_BoundingBox(const ON_3dPoint& min_pt, const ON_3dPoint& max_pt);
-
-  void Destroy();
-  ON_3dPoint Min() const;
-  ON_3dPoint Max() const;
-  ON_3dVector Diagonal() const;
-  ON_3dPoint Center() const;
-  bool IsValid() const;
-  bool IsEmpty() const;
-  bool IsNotEmpty() const;
-};
 
 class ON_PlaneEquation {
  public:

@@ -414,7 +414,8 @@ bool ON_3dVector::IsTiny(double tiny_tol) const {
   return std::fabs(x) <= tiny_tol && std::fabs(y) <= tiny_tol && std::fabs(z) <= tiny_tol;
 }
 bool ON_3dVector::IsUnitVector() const {
-  return IsValid() && std::fabs(Length() - 1.0) <= ON_SQRT_EPSILON;
+  return x != ON_UNSET_VALUE && y != ON_UNSET_VALUE && z != ON_UNSET_VALUE &&
+         std::fabs(Length() - 1.0) <= ON_SQRT_EPSILON;
 }
 void ON_3dVector::Set(double xx, double yy, double zz) {
   x = xx;
@@ -694,9 +695,9 @@ void ON_3fPoint::Set(float xx, float yy, float zz) {
   y = yy;
   z = zz;
 }
+// The differences are taken in single precision, the length in double.
 double ON_3fPoint::DistanceTo(const ON_3fPoint& p) const {
-  return Length3d(static_cast<double>(p.x) - x, static_cast<double>(p.y) - y,
-                  static_cast<double>(p.z) - z);
+  return Length3d(p.x - x, p.y - y, p.z - z);
 }
 int ON_3fPoint::MaximumCoordinateIndex() const {
   return MaximumIndex(x, y, z);
@@ -880,14 +881,20 @@ bool ON_3fVector::IsValid() const {
 bool ON_3fVector::IsZero() const {
   return x == 0.0f && y == 0.0f && z == 0.0f;
 }
+// Only the unset values are excluded; a NaN coordinate counts as non-zero.
 bool ON_3fVector::IsNotZero() const {
-  return !IsZero() && IsValid();
+  return (x != 0.0f || y != 0.0f || z != 0.0f) &&
+         (x != ON_UNSET_FLOAT && y != ON_UNSET_FLOAT && z != ON_UNSET_FLOAT) &&
+         (x != ON_UNSET_POSITIVE_FLOAT && y != ON_UNSET_POSITIVE_FLOAT &&
+          z != ON_UNSET_POSITIVE_FLOAT);
 }
 bool ON_3fVector::IsTiny(double tiny_tol) const {
   return std::fabs(x) <= tiny_tol && std::fabs(y) <= tiny_tol && std::fabs(z) <= tiny_tol;
 }
+// Single precision gets a looser tolerance than ON_3dVector.
 bool ON_3fVector::IsUnitVector() const {
-  return std::fabs(Length() - 1.0) <= ON_SQRT_EPSILON;
+  return x != ON_UNSET_FLOAT && y != ON_UNSET_FLOAT && z != ON_UNSET_FLOAT &&
+         std::fabs(Length() - 1.0) <= 1.0e-5;
 }
 void ON_3fVector::Set(float xx, float yy, float zz) {
   x = xx;
@@ -903,8 +910,9 @@ double ON_3fVector::MaximumCoordinate() const {
 double ON_3fVector::Length() const {
   return Length3d(x, y, z);
 }
+// Summed in single precision (so it can overflow where Length() does not).
 double ON_3fVector::LengthSquared() const {
-  return static_cast<double>(x) * x + static_cast<double>(y) * y + static_cast<double>(z) * z;
+  return x * x + y * y + z * z;
 }
 
 // Divides in double; a zero or NaN length leaves the vector as it was.
