@@ -114,8 +114,9 @@ BRINDLE_API void poissonfree(void* handle);
  * sldmMalloc: checks the mesh, builds the solver with element formulation `method` (0-3) and
  * factorises it. `faceRegions` holds one region number (>= 0) per face; when it is null every
  * face is region 0 with conductivity 1.0. Every region starts with conductivity 1.0.
- * *handle is null on every failure. Statuses and messages:
+ * *handle is null on every failure. Statuses and messages, in the order they are checked:
  *   0    success
+ *   41   "Null handle pointer"                           (handle itself is null)
  *   24   "Invalid method %d, must be 0-3"
  *   25   "Null mesh"
  *   26   "Double and single precision vertex counts differ"
@@ -123,7 +124,6 @@ BRINDLE_API void poissonfree(void* handle);
  *   28   "Mesh has no vertex colors for boundary conditions"
  *   29   "Mesh has no vertices"
  *   30   "Mesh has no faces"
- *   41   "Null handle pointer"                           (handle itself is null)
  *   42   "Face %d has a vertex index out of range"
  *   43   "Face %d has negative region number %d"
  *   127  "Ordered mesh is invalid"                       (the mesh fails ON_Mesh::IsValid)

@@ -57,6 +57,8 @@ void TraceIsotherms(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
                     const std::vector<double>& magnitude, const double* levels, int levelCount,
                     ON_SimpleArray<ON_Line>& lines, double* flows) {
   // The tasks only read the mesh, temperatures and magnitudes; each writes its own result.
+  // The default launch policy starts each level at once on a thread of its own (a pooled
+  // one where the runtime has a pool) and runs it at get() when no thread can be had.
   std::vector<std::future<Isotherm>> tasks;
   tasks.reserve(static_cast<std::size_t>(levelCount));
   for (int i = 0; i < levelCount; ++i) {

@@ -142,7 +142,7 @@ int SetPrescribedValues(SurfaceModel& model, char* error) {
   model.prescribed.resize(model.fixedCount);
   for (int j = 0; j < model.fixedCount; ++j) {
     const int status = DecodeBoundaryStatus(model.mesh.m_C[j]);
-    // The ordering put only fixed statuses here; the test guards that invariant.
+    // The ordering put only fixed statuses here; this guards that invariant.
     if (!IsFixedBoundaryStatus(status)) {
       SetErrorText(error, "Unexpected boundary status at vertex %d", j);
       return kUnexpectedBoundaryStatus;

@@ -49,6 +49,18 @@ TEST(OpenNurbsTextLog, AppendsToTheGivenString) {
     log.PrintString("\n");
   }
   EXPECT_TRUE(text == L"start:42-abc\nwide\n") << static_cast<const wchar_t*>(text);
+
+  // Each indent level puts a tab at the start of the following lines.
+  ON_wString indented;
+  {
+    ON_TextLog log(indented);
+    log.Print("a\nb");
+    log.PushIndent();
+    log.Print("c\nd\n");
+    log.PopIndent();
+    log.Print("e\n");
+  }
+  EXPECT_TRUE(indented == L"a\nbc\n\td\ne\n") << static_cast<const wchar_t*>(indented);
 }
 
 TEST(OpenNurbsUserStrings, KeysMatchIgnoringCaseAndKeepTheirFirstSpelling) {

@@ -90,7 +90,7 @@ class ON_TextLog {
 
   FILE* m_pFile = nullptr;
   ON_wString* m_pString = nullptr;
-  int m_indent_size = 0;
+  int m_indent_count = 0;
   bool m_at_line_start = true;
 };
 

@@ -271,20 +271,21 @@ void ON_TextLog::PrintNewLine() {
   PrintString(L"\n");
 }
 
+// One tab per indent level.
 void ON_TextLog::PushIndent() {
-  m_indent_size += 2;
+  m_indent_count++;
 }
 
 void ON_TextLog::PopIndent() {
-  if (m_indent_size >= 2) m_indent_size -= 2;
+  if (m_indent_count > 0) m_indent_count--;
 }
 
 // Inserts the current indent at the start of every line.
 void ON_TextLog::AppendIndented(const wchar_t* s) {
   std::wstring piece;
   for (const wchar_t* p = s; *p != 0; p++) {
-    if (m_at_line_start && *p != L'\n' && m_indent_size > 0) {
-      piece.append(static_cast<size_t>(m_indent_size), L' ');
+    if (m_at_line_start && *p != L'\n' && m_indent_count > 0) {
+      piece.append(static_cast<size_t>(m_indent_count), L'\t');
     }
     m_at_line_start = false;
     piece.push_back(*p);
