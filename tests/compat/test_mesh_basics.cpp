@@ -6,6 +6,8 @@
 #include <type_traits>
 #include <utility>
 
+// The public header forward-declares some of these types; both must agree.
+#include "brindle.h"
 #include "mesh_fixtures.h"
 
 namespace {

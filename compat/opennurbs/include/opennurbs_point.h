@@ -332,4 +332,6 @@ ON_3fVector ON_CrossProduct(const float* a, const float* b);
 
 double ON_TriangleArea3d(ON_3dPoint A, ON_3dPoint B, ON_3dPoint C);
 
+#include "opennurbs_point_inline.h"
+
 #endif

@@ -69,29 +69,6 @@ const ON_3dPoint ON_3dPoint::Origin(0.0, 0.0, 0.0);
 const ON_3dPoint ON_3dPoint::UnsetPoint(ON_UNSET_VALUE, ON_UNSET_VALUE, ON_UNSET_VALUE);
 const ON_3dPoint ON_3dPoint::NanPoint(kNan, kNan, kNan);
 
-ON_3dPoint::ON_3dPoint(double xx, double yy, double zz) : x(xx), y(yy), z(zz) {}
-ON_3dPoint::ON_3dPoint(const ON_3dVector& v) : x(v.x), y(v.y), z(v.z) {}
-ON_3dPoint::ON_3dPoint(const ON_3fPoint& p) : x(p.x), y(p.y), z(p.z) {}
-ON_3dPoint::ON_3dPoint(const ON_3fVector& v) : x(v.x), y(v.y), z(v.z) {}
-ON_3dPoint::ON_3dPoint(const double* p) {
-  if (p != nullptr) {
-    x = p[0];
-    y = p[1];
-    z = p[2];
-  } else {
-    x = y = z = 0.0;
-  }
-}
-ON_3dPoint::ON_3dPoint(const float* p) {
-  if (p != nullptr) {
-    x = p[0];
-    y = p[1];
-    z = p[2];
-  } else {
-    x = y = z = 0.0;
-  }
-}
-
 ON_3dPoint::operator double*() {
   return &x;
 }
@@ -144,9 +121,6 @@ ON_3dPoint ON_3dPoint::operator*(int s) const {
 ON_3dPoint ON_3dPoint::operator*(float s) const {
   return ON_3dPoint(x * s, y * s, z * s);
 }
-ON_3dPoint ON_3dPoint::operator*(double s) const {
-  return ON_3dPoint(x * s, y * s, z * s);
-}
 ON_3dPoint ON_3dPoint::operator/(int s) const {
   return *this / static_cast<double>(s);
 }
@@ -158,18 +132,6 @@ ON_3dPoint ON_3dPoint::operator/(double s) const {
   return ON_3dPoint(x * r, y * r, z * r);
 }
 
-ON_3dPoint ON_3dPoint::operator+(const ON_3dPoint& p) const {
-  return ON_3dPoint(x + p.x, y + p.y, z + p.z);
-}
-ON_3dPoint ON_3dPoint::operator+(const ON_3dVector& v) const {
-  return ON_3dPoint(x + v.x, y + v.y, z + v.z);
-}
-ON_3dVector ON_3dPoint::operator-(const ON_3dPoint& p) const {
-  return ON_3dVector(x - p.x, y - p.y, z - p.z);
-}
-ON_3dPoint ON_3dPoint::operator-(const ON_3dVector& v) const {
-  return ON_3dPoint(x - v.x, y - v.y, z - v.z);
-}
 ON_3dPoint ON_3dPoint::operator+(const ON_3fPoint& p) const {
   return ON_3dPoint(x + p.x, y + p.y, z + p.z);
 }
@@ -185,9 +147,6 @@ ON_3dPoint ON_3dPoint::operator-(const ON_3fVector& v) const {
 
 double ON_3dPoint::operator*(const ON_3dPoint& p) const {
   return x * p.x + y * p.y + z * p.z;
-}
-double ON_3dPoint::operator*(const ON_3dVector& v) const {
-  return x * v.x + y * v.y + z * v.z;
 }
 
 bool ON_3dPoint::operator==(const ON_3dPoint& p) const {
@@ -249,9 +208,6 @@ ON_3dPoint operator*(int s, const ON_3dPoint& p) {
 ON_3dPoint operator*(float s, const ON_3dPoint& p) {
   return p * s;
 }
-ON_3dPoint operator*(double s, const ON_3dPoint& p) {
-  return p * s;
-}
 
 // ---------------------------------------------------------------------------------------
 // ON_3dVector
@@ -262,29 +218,6 @@ const ON_3dVector ON_3dVector::YAxis(0.0, 1.0, 0.0);
 const ON_3dVector ON_3dVector::ZAxis(0.0, 0.0, 1.0);
 const ON_3dVector ON_3dVector::UnsetVector(ON_UNSET_VALUE, ON_UNSET_VALUE, ON_UNSET_VALUE);
 const ON_3dVector ON_3dVector::NanVector(kNan, kNan, kNan);
-
-ON_3dVector::ON_3dVector(double xx, double yy, double zz) : x(xx), y(yy), z(zz) {}
-ON_3dVector::ON_3dVector(const ON_3dPoint& p) : x(p.x), y(p.y), z(p.z) {}
-ON_3dVector::ON_3dVector(const ON_3fVector& v) : x(v.x), y(v.y), z(v.z) {}
-ON_3dVector::ON_3dVector(const ON_3fPoint& p) : x(p.x), y(p.y), z(p.z) {}
-ON_3dVector::ON_3dVector(const double* v) {
-  if (v != nullptr) {
-    x = v[0];
-    y = v[1];
-    z = v[2];
-  } else {
-    x = y = z = 0.0;
-  }
-}
-ON_3dVector::ON_3dVector(const float* v) {
-  if (v != nullptr) {
-    x = v[0];
-    y = v[1];
-    z = v[2];
-  } else {
-    x = y = z = 0.0;
-  }
-}
 
 ON_3dVector::operator double*() {
   return &x;
@@ -300,10 +233,6 @@ ON_3dVector& ON_3dVector::operator=(const ON_3dPoint& p) {
 ON_3dVector& ON_3dVector::operator=(const ON_3fVector& v) {
   Set(v.x, v.y, v.z);
   return *this;
-}
-
-ON_3dVector ON_3dVector::operator-() const {
-  return ON_3dVector(-x, -y, -z);
 }
 
 ON_3dVector& ON_3dVector::operator*=(double s) {
@@ -332,9 +261,6 @@ ON_3dVector& ON_3dVector::operator-=(const ON_3dVector& v) {
   return *this;
 }
 
-double ON_3dVector::operator*(const ON_3dVector& v) const {
-  return x * v.x + y * v.y + z * v.z;
-}
 double ON_3dVector::operator*(const ON_3dPoint& p) const {
   return x * p.x + y * p.y + z * p.z;
 }
@@ -348,9 +274,6 @@ ON_3dVector ON_3dVector::operator*(int s) const {
 ON_3dVector ON_3dVector::operator*(float s) const {
   return ON_3dVector(x * s, y * s, z * s);
 }
-ON_3dVector ON_3dVector::operator*(double s) const {
-  return ON_3dVector(x * s, y * s, z * s);
-}
 ON_3dVector ON_3dVector::operator/(int s) const {
   return *this / static_cast<double>(s);
 }
@@ -362,15 +285,6 @@ ON_3dVector ON_3dVector::operator/(double s) const {
   return ON_3dVector(x * r, y * r, z * r);
 }
 
-ON_3dVector ON_3dVector::operator+(const ON_3dVector& v) const {
-  return ON_3dVector(x + v.x, y + v.y, z + v.z);
-}
-ON_3dPoint ON_3dVector::operator+(const ON_3dPoint& p) const {
-  return ON_3dPoint(x + p.x, y + p.y, z + p.z);
-}
-ON_3dVector ON_3dVector::operator-(const ON_3dVector& v) const {
-  return ON_3dVector(x - v.x, y - v.y, z - v.z);
-}
 ON_3dPoint ON_3dVector::operator-(const ON_3dPoint& p) const {
   return ON_3dPoint(x - p.x, y - p.y, z - p.z);
 }
@@ -519,39 +433,11 @@ ON_3dVector operator*(int s, const ON_3dVector& v) {
 ON_3dVector operator*(float s, const ON_3dVector& v) {
   return v * s;
 }
-ON_3dVector operator*(double s, const ON_3dVector& v) {
-  return v * s;
-}
 
 // ---------------------------------------------------------------------------------------
 // ON_3fPoint
 
 const ON_3fPoint ON_3fPoint::Origin(0.0f, 0.0f, 0.0f);
-
-ON_3fPoint::ON_3fPoint(float xx, float yy, float zz) : x(xx), y(yy), z(zz) {}
-ON_3fPoint::ON_3fPoint(const ON_3dPoint& p)
-    : x(static_cast<float>(p.x)), y(static_cast<float>(p.y)), z(static_cast<float>(p.z)) {}
-ON_3fPoint::ON_3fPoint(const ON_3fVector& v) : x(v.x), y(v.y), z(v.z) {}
-ON_3fPoint::ON_3fPoint(const ON_3dVector& v)
-    : x(static_cast<float>(v.x)), y(static_cast<float>(v.y)), z(static_cast<float>(v.z)) {}
-ON_3fPoint::ON_3fPoint(const float* p) {
-  if (p != nullptr) {
-    x = p[0];
-    y = p[1];
-    z = p[2];
-  } else {
-    x = y = z = 0.0f;
-  }
-}
-ON_3fPoint::ON_3fPoint(const double* p) {
-  if (p != nullptr) {
-    x = static_cast<float>(p[0]);
-    y = static_cast<float>(p[1]);
-    z = static_cast<float>(p[2]);
-  } else {
-    x = y = z = 0.0f;
-  }
-}
 
 ON_3fPoint::operator float*() {
   return &x;
@@ -622,12 +508,6 @@ ON_3dPoint ON_3fPoint::operator/(double s) const {
 
 ON_3fPoint ON_3fPoint::operator+(const ON_3fPoint& p) const {
   return ON_3fPoint(x + p.x, y + p.y, z + p.z);
-}
-ON_3fPoint ON_3fPoint::operator+(const ON_3fVector& v) const {
-  return ON_3fPoint(x + v.x, y + v.y, z + v.z);
-}
-ON_3fVector ON_3fPoint::operator-(const ON_3fPoint& p) const {
-  return ON_3fVector(x - p.x, y - p.y, z - p.z);
 }
 ON_3fPoint ON_3fPoint::operator-(const ON_3fVector& v) const {
   return ON_3fPoint(x - v.x, y - v.y, z - v.z);
@@ -724,31 +604,6 @@ const ON_3fVector ON_3fVector::XAxis(1.0f, 0.0f, 0.0f);
 const ON_3fVector ON_3fVector::YAxis(0.0f, 1.0f, 0.0f);
 const ON_3fVector ON_3fVector::ZAxis(0.0f, 0.0f, 1.0f);
 
-ON_3fVector::ON_3fVector(float xx, float yy, float zz) : x(xx), y(yy), z(zz) {}
-ON_3fVector::ON_3fVector(const ON_3fPoint& p) : x(p.x), y(p.y), z(p.z) {}
-ON_3fVector::ON_3fVector(const float* v) {
-  if (v != nullptr) {
-    x = v[0];
-    y = v[1];
-    z = v[2];
-  } else {
-    x = y = z = 0.0f;
-  }
-}
-ON_3fVector::ON_3fVector(const ON_3dPoint& p)
-    : x(static_cast<float>(p.x)), y(static_cast<float>(p.y)), z(static_cast<float>(p.z)) {}
-ON_3fVector::ON_3fVector(const ON_3dVector& v)
-    : x(static_cast<float>(v.x)), y(static_cast<float>(v.y)), z(static_cast<float>(v.z)) {}
-ON_3fVector::ON_3fVector(const double* v) {
-  if (v != nullptr) {
-    x = static_cast<float>(v[0]);
-    y = static_cast<float>(v[1]);
-    z = static_cast<float>(v[2]);
-  } else {
-    x = y = z = 0.0f;
-  }
-}
-
 ON_3fVector::operator float*() {
   return &x;
 }
@@ -830,14 +685,8 @@ ON_3dVector ON_3fVector::operator/(double s) const {
   return ON_3dVector(x * r, y * r, z * r);
 }
 
-ON_3fVector ON_3fVector::operator+(const ON_3fVector& v) const {
-  return ON_3fVector(x + v.x, y + v.y, z + v.z);
-}
 ON_3fPoint ON_3fVector::operator+(const ON_3fPoint& p) const {
   return ON_3fPoint(x + p.x, y + p.y, z + p.z);
-}
-ON_3fVector ON_3fVector::operator-(const ON_3fVector& v) const {
-  return ON_3fVector(x - v.x, y - v.y, z - v.z);
 }
 ON_3fPoint ON_3fVector::operator-(const ON_3fPoint& p) const {
   return ON_3fPoint(x - p.x, y - p.y, z - p.z);
@@ -944,24 +793,8 @@ ON_3dVector operator*(double s, const ON_3fVector& v) {
 // ---------------------------------------------------------------------------------------
 // Products and areas
 
-double ON_DotProduct(const ON_3dVector& a, const ON_3dVector& b) {
-  return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-
-float ON_DotProduct(const ON_3fVector& a, const ON_3fVector& b) {
-  return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-
-ON_3dVector ON_CrossProduct(const ON_3dVector& a, const ON_3dVector& b) {
-  return ON_3dVector(a.y * b.z - b.y * a.z, a.z * b.x - b.z * a.x, a.x * b.y - b.x * a.y);
-}
-
 ON_3dVector ON_CrossProduct(const double* a, const double* b) {
   return ON_CrossProduct(ON_3dVector(a), ON_3dVector(b));
-}
-
-ON_3fVector ON_CrossProduct(const ON_3fVector& a, const ON_3fVector& b) {
-  return ON_3fVector(a.y * b.z - b.y * a.z, a.z * b.x - b.z * a.x, a.x * b.y - b.x * a.y);
 }
 
 ON_3fVector ON_CrossProduct(const float* a, const float* b) {
