@@ -1,7 +1,6 @@
 #include "cutting/level_set_cut.h"
 
 #include <climits>
-#include <cstring>
 #include <new>
 
 #include "cutting/mesh_archive.h"
@@ -70,20 +69,6 @@ LevelSetCutOutcome CutAlongZeroLevel(const LevelSetCutRequest& request) {
 }
 
 namespace level_set_cut_detail {
-
-std::vector<int> VertexReferences(const ON_Mesh& mesh, int vertexCount) {
-  std::vector<int> references(static_cast<std::size_t>(vertexCount), 0);
-  if (mesh.HasVertexColors()) {
-    // The colour list follows the single-precision vertices; never read past it when the
-    // double-precision list is longer.
-    const int count = vertexCount < mesh.m_C.Count() ? vertexCount : mesh.m_C.Count();
-    for (int i = 0; i < count; ++i) {
-      const unsigned int packed = mesh.m_C[i];
-      std::memcpy(&references[i], &packed, sizeof packed);
-    }
-  }
-  return references;
-}
 
 int HausdorffAsInteger(const ON_Mesh& mesh) {
   const double value = mesh.BoundingBox().Diagonal().Length() * 0.005;

@@ -67,9 +67,6 @@ LevelSetCutOutcome CutSurfaceAlongZeroLevel(const LevelSetCutRequest& request);
 // Shared steps of both branches.
 namespace level_set_cut_detail {
 
-// MMG vertex references: the packed vertex colours when the mesh has them, else zeros.
-std::vector<int> VertexReferences(const ON_Mesh& mesh, int vertexCount);
-
 // MMG's Hausdorff parameter as the integer setter receives it: 0.5 % of the bounding-box
 // diagonal, truncated toward zero.
 int HausdorffAsInteger(const ON_Mesh& mesh);

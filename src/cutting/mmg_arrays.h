@@ -3,6 +3,8 @@
 #ifndef BRINDLE_CUTTING_MMG_ARRAYS_H
 #define BRINDLE_CUTTING_MMG_ARRAYS_H
 
+#include <vector>
+
 #include "opennurbs.h"
 
 namespace brindle {
@@ -27,6 +29,16 @@ inline int* FaceIndexArray(ON_SimpleArray<ON_MeshFace>& faces) {
 inline int* ColourReferenceArray(ON_SimpleArray<ON_Color>& colours) {
   return reinterpret_cast<int*>(colours.Array());
 }
+
+// MMG vertex references: the packed vertex colours when the mesh has them, else zeros.
+std::vector<int> MmgVertexReferences(const ON_Mesh& mesh, int vertexCount);
+
+// 1-based corners 0 .. cornerCount - 1 of every face, as MMG's element setters take them.
+// MMG does not range-check element indices, so a face pointing outside the vertex list makes
+// this return false, and the caller refuses the mesh as the element setter's failure instead
+// of letting MMG read outside its tables.
+bool MmgElementCorners(const ON_Mesh& mesh, int vertexCount, int cornerCount,
+                       std::vector<int>& corners);
 
 }  // namespace brindle
 

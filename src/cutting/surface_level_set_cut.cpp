@@ -26,21 +26,6 @@ bool SetParameters(MMG5_pMesh mesh, MMG5_pSol levelSet, const ON_Mesh& input, do
   return true;
 }
 
-// 1-based corners 0, 1, 2 of every face; out-of-range indices are refused (see the volume
-// branch).
-bool TriangleConnectivity(const ON_Mesh& input, int vertexCount, std::vector<int>& corners) {
-  const int faceCount = input.FaceCount();
-  corners.resize(3 * static_cast<std::size_t>(faceCount));
-  for (int i = 0; i < faceCount; ++i) {
-    for (int j = 0; j < 3; ++j) {
-      const int v = input.m_F[i].vi[j];
-      if (v < 0 || v >= vertexCount) return false;
-      corners[3 * static_cast<std::size_t>(i) + j] = v + 1;
-    }
-  }
-  return true;
-}
-
 }  // namespace
 
 LevelSetCutOutcome CutSurfaceAlongZeroLevel(const LevelSetCutRequest& request) {
@@ -55,7 +40,7 @@ LevelSetCutOutcome CutSurfaceAlongZeroLevel(const LevelSetCutRequest& request) {
 
   const int vertexCount = input.m_dV.Count();
   const int faceCount = input.FaceCount();
-  std::vector<int> vertexReferences = VertexReferences(input, vertexCount);
+  std::vector<int> vertexReferences = MmgVertexReferences(input, vertexCount);
   std::vector<int> triangleReferences(static_cast<std::size_t>(faceCount), 0);
   if (MMGS_Set_meshSize(mmg.mesh, vertexCount, faceCount, 0) != 1) {
     outcome.status = kCutSurfaceMeshSize;
@@ -66,7 +51,7 @@ LevelSetCutOutcome CutSurfaceAlongZeroLevel(const LevelSetCutRequest& request) {
     return outcome;
   }
   std::vector<int> corners;
-  if (!TriangleConnectivity(input, vertexCount, corners) ||
+  if (!MmgElementCorners(input, vertexCount, 3, corners) ||
       MMGS_Set_triangles(mmg.mesh, corners.data(), triangleReferences.data()) != 1) {
     outcome.status = kCutSurfaceTriangles;
     return outcome;

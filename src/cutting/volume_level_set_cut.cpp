@@ -30,21 +30,6 @@ bool SetParameters(MMG5_pMesh mesh, MMG5_pSol levelSet, const ON_Mesh& input, do
   return true;
 }
 
-// 1-based corners of every face in vi[0..3] order. An index outside the vertex list would let
-// MMG read outside its tables, so such a mesh is refused like MMG refuses a bad tetrahedron.
-bool TetrahedronConnectivity(const ON_Mesh& input, int vertexCount, std::vector<int>& corners) {
-  const int faceCount = input.FaceCount();
-  corners.resize(4 * static_cast<std::size_t>(faceCount));
-  for (int i = 0; i < faceCount; ++i) {
-    for (int j = 0; j < 4; ++j) {
-      const int v = input.m_F[i].vi[j];
-      if (v < 0 || v >= vertexCount) return false;
-      corners[4 * static_cast<std::size_t>(i) + j] = v + 1;
-    }
-  }
-  return true;
-}
-
 }  // namespace
 
 LevelSetCutOutcome CutVolumeAlongZeroLevel(const LevelSetCutRequest& request) {
@@ -59,7 +44,7 @@ LevelSetCutOutcome CutVolumeAlongZeroLevel(const LevelSetCutRequest& request) {
 
   const int vertexCount = input.m_dV.Count();
   const int faceCount = input.FaceCount();
-  std::vector<int> vertexReferences = VertexReferences(input, vertexCount);
+  std::vector<int> vertexReferences = MmgVertexReferences(input, vertexCount);
   std::vector<int> elementReferences(static_cast<std::size_t>(faceCount), 0);
   if (MMG3D_Set_meshSize(mmg.mesh, vertexCount, faceCount, 0, 0, 0, 0) != 1) {
     outcome.status = kCutVolumeMeshSize;
@@ -70,7 +55,7 @@ LevelSetCutOutcome CutVolumeAlongZeroLevel(const LevelSetCutRequest& request) {
     return outcome;
   }
   std::vector<int> corners;
-  if (!TetrahedronConnectivity(input, vertexCount, corners) ||
+  if (!MmgElementCorners(input, vertexCount, 4, corners) ||
       MMG3D_Set_tetrahedra(mmg.mesh, corners.data(), elementReferences.data()) != 1) {
     outcome.status = kCutVolumeTetrahedra;
     return outcome;

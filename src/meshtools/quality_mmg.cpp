@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "cutting/level_set_cut.h"
 #include "cutting/mmg_arrays.h"
 #include "cutting/mmg_handles.h"
 
@@ -23,33 +22,12 @@ const char* MmgQualityMessage(bool surface, int status) {
   }
 }
 
-namespace {
-
-// 1-based corners 0 .. cornerCount - 1 of every face. MMG does not range-check element
-// indices, so a face pointing outside the vertex list is refused here as the element setter's
-// failure instead of letting MMG read outside its tables.
-bool ElementConnectivity(const ON_Mesh& mesh, int vertexCount, int cornerCount,
-                         std::vector<int>& corners) {
-  const int faceCount = mesh.FaceCount();
-  corners.resize(static_cast<std::size_t>(cornerCount) * faceCount);
-  for (int i = 0; i < faceCount; ++i) {
-    for (int j = 0; j < cornerCount; ++j) {
-      const int v = mesh.m_F[i].vi[j];
-      if (v < 0 || v >= vertexCount) return false;
-      corners[static_cast<std::size_t>(cornerCount) * i + j] = v + 1;
-    }
-  }
-  return true;
-}
-
-}  // namespace
-
 int MmgTetrahedronQualities(const ON_Mesh& mesh, double* quality) {
   Mmg3dHandles mmg;
   mmg.CreateWithMetric();
   const int vertexCount = mesh.m_dV.Count();
   const int elementCount = mesh.FaceCount();
-  std::vector<int> vertexReferences = level_set_cut_detail::VertexReferences(mesh, vertexCount);
+  std::vector<int> vertexReferences = MmgVertexReferences(mesh, vertexCount);
   std::vector<int> elementReferences(static_cast<std::size_t>(elementCount), 0);
   if (MMG3D_Set_meshSize(mmg.mesh, vertexCount, elementCount, 0, 0, 0, 0) != 1) {
     return kQualityMeshSize;
@@ -58,7 +36,7 @@ int MmgTetrahedronQualities(const ON_Mesh& mesh, double* quality) {
     return kQualityVertices;
   }
   std::vector<int> corners;
-  if (!ElementConnectivity(mesh, vertexCount, 4, corners) ||
+  if (!MmgElementCorners(mesh, vertexCount, 4, corners) ||
       MMG3D_Set_tetrahedra(mmg.mesh, corners.data(), elementReferences.data()) != 1) {
     return kQualityElements;
   }
@@ -74,14 +52,14 @@ int MmgTriangleQualities(const ON_Mesh& mesh, double* quality) {
   mmg.CreateWithMetric();
   const int vertexCount = mesh.m_dV.Count();
   const int elementCount = mesh.FaceCount();
-  std::vector<int> vertexReferences = level_set_cut_detail::VertexReferences(mesh, vertexCount);
+  std::vector<int> vertexReferences = MmgVertexReferences(mesh, vertexCount);
   std::vector<int> elementReferences(static_cast<std::size_t>(elementCount), 0);
   if (MMGS_Set_meshSize(mmg.mesh, vertexCount, elementCount, 0) != 1) return kQualityMeshSize;
   if (MMGS_Set_vertices(mmg.mesh, CoordinateArray(mesh.m_dV), vertexReferences.data()) != 1) {
     return kQualityVertices;
   }
   std::vector<int> corners;
-  if (!ElementConnectivity(mesh, vertexCount, 3, corners) ||
+  if (!MmgElementCorners(mesh, vertexCount, 3, corners) ||
       MMGS_Set_triangles(mmg.mesh, corners.data(), elementReferences.data()) != 1) {
     return kQualityElements;
   }
