@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -34,16 +35,36 @@ bool HasVertexAt(const ON_Mesh& mesh, const ON_3dPoint& p) {
   return false;
 }
 
-TEST(ZeroLevelClip, OneNegativeCornerKeepsTheCornerTetrahedronWithMidpoints) {
-  const ON_Mesh mesh = CornerTetrahedron();
-  const auto result = Clip(mesh, {1, 1, 1, -1});
-  ASSERT_TRUE(result);
-  ASSERT_EQ(result->FaceCount(), 1);
-  ASSERT_EQ(result->VertexCount(), 4);  // corner 3 and three new vertices
-  for (int a = 0; a < 3; ++a)
-    EXPECT_TRUE(HasVertexAt(*result, Midpoint(mesh, a, 3)));
-  EXPECT_TRUE(HasVertexAt(*result, mesh.Vertex(3)));
-  EXPECT_NEAR(SignedTetraVolume(*result, 0), TotalVolume(mesh) / 8, 1e-9);
+// Pieces of the corner tetrahedron (volume 1/6): kept where the values are <= 0, with new
+// vertices where the linear interpolation of the values vanishes along the cut edges.
+TEST(ZeroLevelClip, SingleTetrahedronPieces) {
+  struct Case {
+    std::vector<double> values;
+    int faces, vertices;
+    double volume;
+    std::vector<std::array<double, 3>> newVertices;
+  };
+  const double v = 1.0 / 6;
+  const Case cases[] = {
+      {{1, 1, 1, -1}, 1, 4, v / 8, {{0, 0, 1}, {0.5, 0, 0.5}, {0, 0.5, 0.5}, {0, 0, 0.5}}},
+      {{0.3, 0.7, 0.9, -0.1}, 1, 4, v * 0.25 * 0.125 * 0.1, {{0, 0, 0.75}, {0, 0.1, 0.9}}},
+      {{0, 0, 0, 0}, 1, 4, v, {}},                    // zero values stay on the kept side
+      {{0, 0, 0, 1}, 0, 0, 0, {}},                    // nothing left, the mesh is emptied
+      {{0, 0, 1, -1}, 1, 4, v / 2, {{0, 0.5, 0.5}}},  // (E23, p0, p1, p3)
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(::testing::Message()
+                 << c.values[0] << " " << c.values[1] << " " << c.values[2] << " " << c.values[3]);
+    const auto result = Clip(CornerTetrahedron(), c.values);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->FaceCount(), c.faces);
+    EXPECT_EQ(result->VertexCount(), c.vertices);
+    EXPECT_NEAR(TotalVolume(*result), c.volume, 1e-7);
+    for (const auto& p : c.newVertices)
+      EXPECT_TRUE(HasVertexAt(*result, ON_3dPoint(p[0], p[1], p[2])))
+          << p[0] << " " << p[1] << " " << p[2];
+    EXPECT_EQ(UserString(*result, L"Kestra_version"), L"0.2.9181.2064");
+  }
 }
 
 TEST(ZeroLevelClip, SharedCutEdgeGetsOneVertexNumberedInCreationOrder) {
@@ -63,40 +84,11 @@ TEST(ZeroLevelClip, SharedCutEdgeGetsOneVertexNumberedInCreationOrder) {
   EXPECT_EQ(ON_3dPoint(result->m_V[2]), Midpoint(mesh, 2, 0));
   EXPECT_EQ(ON_3dPoint(result->m_V[3]), Midpoint(mesh, 1, 0));
   EXPECT_EQ(ON_3dPoint(result->m_V[4]), Midpoint(mesh, 4, 0));
-  const auto use = TriangleUse(*result);
-  EXPECT_EQ(use.size(), 7u);  // the shared face is one triangle used by both pieces
-  EXPECT_EQ(std::count_if(use.begin(), use.end(), [](const auto& u) { return u.second == 2; }), 1);
-}
-
-TEST(ZeroLevelClip, NewVertexFollowsTheLinearZeroCrossingInSinglePrecision) {
-  const ON_Mesh mesh = CornerTetrahedron();
-  const auto result = Clip(mesh, {0.3, 0.7, 0.9, -0.1});
-  ASSERT_TRUE(result);
-  const float t = 0.3f / (0.3f - -0.1f);
-  EXPECT_TRUE(HasVertexAt(*result, ON_3dPoint(0, 0, std::fma(t, 1.0f, std::fma(-t, 0.0f, 0.0f)))));
-  EXPECT_NEAR(TotalVolume(*result), (1.0 / 6) * 0.25 * 0.125 * 0.1, 1e-7);
-}
-
-TEST(ZeroLevelClip, ZeroValuesStayOnTheKeptSide) {
-  const ON_Mesh mesh = CornerTetrahedron();
-  const double v = TotalVolume(mesh);
-
-  const auto allZero = Clip(mesh, {0, 0, 0, 0});
-  ASSERT_EQ(allZero->FaceCount(), 1);
-  EXPECT_EQ(allZero->VertexCount(), 4);
-  EXPECT_NEAR(TotalVolume(*allZero), v, 1e-12);
-
-  // Removing the only tetrahedron empties the mesh, which still carries the archive.
-  const auto removed = Clip(mesh, {0, 0, 0, 1});
-  EXPECT_EQ(removed->FaceCount(), 0);
-  EXPECT_EQ(removed->VertexCount(), 0);
-  EXPECT_EQ(UserString(*removed, L"Kestra_version"), L"0.2.9181.2064");
-
-  // (0, 0, 1, -1): one piece (E03, p1, p2, p3), half the tetrahedron.
-  const auto split = Clip(mesh, {0, 0, 1, -1});
-  ASSERT_EQ(split->FaceCount(), 1);
-  EXPECT_TRUE(HasVertexAt(*split, Midpoint(mesh, 2, 3)));
-  EXPECT_NEAR(SignedTetraVolume(*split, 0), v / 2, 1e-9);
+  const auto owners = TriangleOwners(*result);
+  EXPECT_EQ(owners.size(), 7u);  // the shared face is one triangle used by both pieces
+  EXPECT_EQ(std::count_if(owners.begin(), owners.end(),
+                          [](const auto& o) { return o.second.size() == 2; }),
+            1);
 }
 
 // Every corner order of the input tetrahedron, against value patterns that reach each case

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "brindle.h"
-#include "cutting/interface_extraction.h"
 #include "cutting/signal_guard.h"
 #include "opennurbs.h"
 #include "tetra_mesh_fixtures.h"
@@ -66,87 +65,55 @@ double VolumeWithReference(const ON_Mesh& mesh, const std::vector<int>& referenc
   return volume;
 }
 
-// The unit square in n x n cells, two triangles each, in the plane z = 0.
-ON_Mesh SquarePlate(int n) {
-  ON_Mesh mesh;
-  for (int j = 0; j <= n; ++j)
-    for (int i = 0; i <= n; ++i)
-      AddVertex(mesh, double(i) / n, double(j) / n, 0);
-  for (int j = 0; j < n; ++j)
-    for (int i = 0; i < n; ++i) {
-      const int a = i + (n + 1) * j, b = a + 1, c = a + n + 2, d = a + n + 1;
-      mesh.SetTriangle(mesh.FaceCount(), a, b, c);
-      mesh.SetTriangle(mesh.FaceCount(), a, c, d);
-    }
-  return mesh;
-}
-
 double TriangleArea(const ON_Mesh& mesh, int f) {
   return cut_test::TriangleArea(Corner(mesh, f, 0), Corner(mesh, f, 1), Corner(mesh, f, 2));
 }
 
-TEST(CutTetrahedralMesh, RefusesMissingInputsAndMixedFacesBeforeMmg) {
+// Every refusal names its cause, and the result slot is cleared.
+TEST(CutTetrahedralMesh, RefusalsNameTheFailingStep) {
   const ON_Mesh tet = CornerTetrahedron();
-  const double values[4] = {1, 1, 1, -1};
-
-  CutResult noMesh = Cut(nullptr, values, 0);
-  EXPECT_EQ(noMesh.status, 1);
-  EXPECT_EQ(noMesh.error, "Null input mesh");
-  EXPECT_FALSE(noMesh.mesh);
-
-  CutResult noValues = Cut(&tet, nullptr, 0);
-  EXPECT_EQ(noValues.status, 2);
-  EXPECT_EQ(noValues.error, "Null vertex values");
-  EXPECT_FALSE(noValues.mesh);
-
   ON_Mesh mixed = CornerTetrahedron();
   mixed.SetTriangle(1, 0, 1, 2);
-  CutResult refused = Cut(&mixed, values, 0);
-  EXPECT_EQ(refused.status, 3);
-  EXPECT_EQ(refused.error, "Mesh has both triangles and quads");
-  EXPECT_FALSE(refused.mesh);
-
-  // A null error buffer suppresses the message only.
-  ON_Mesh* result = nullptr;
-  EXPECT_EQ(CutTetrahedralMesh(nullptr, values, 0, 0, 0, nullptr, &result, nullptr), 1);
-}
-
-TEST(CutTetrahedralMesh, ReportsTheMmgStepThatRefusedTheMesh) {
-  const double values[8] = {1, 1, 1, -1, 1, 1, 1, 1};
-
   // Without double-precision vertices the mesh has no vertices for this entry.
   ON_Mesh floatOnly = CornerTetrahedron();
   floatOnly.m_dV.Destroy();
-  CutResult noVertices = Cut(&floatOnly, values, 0);
-  EXPECT_EQ(noVertices.status, 5);
-  EXPECT_EQ(noVertices.error, "MMG3D_Set_meshSize failed");
-  EXPECT_FALSE(noVertices.mesh);
-
   ON_Mesh flat;
   for (int i = 0; i < 4; ++i)
     AddVertex(flat, i, i * i, 0);
   AddTetrahedron(flat, 0, 1, 2, 3);
-  CutResult flatTet = Cut(&flat, values, 0);
-  EXPECT_EQ(flatTet.status, 7);
-  EXPECT_EQ(flatTet.error, "MMG3D_Set_tetrahedra failed");
-
   ON_Mesh badIndex = CornerTetrahedron();
   badIndex.m_F[0].vi[3] = 9;
-  EXPECT_EQ(Cut(&badIndex, values, 0).status, 7);
-
   // No faces: the volume branch, where MMG cannot scale a mesh without used vertices.
   ON_Mesh pointsOnly = CornerTetrahedron();
   pointsOnly.m_F.SetCount(0);
-  CutResult noFaces = Cut(&pointsOnly, values, 0);
-  EXPECT_EQ(noFaces.status, 11);
-  EXPECT_EQ(noFaces.error, "MMG3D_mmg3dls failed with status 2");
-  EXPECT_FALSE(noFaces.mesh);
+  ON_Mesh floatPlate = SquarePlate(1);
+  floatPlate.m_dV.Destroy();
 
-  ON_Mesh plate = SquarePlate(1);
-  plate.m_dV.Destroy();
-  CutResult surface = Cut(&plate, values, 0);
-  EXPECT_EQ(surface.status, 13);
-  EXPECT_EQ(surface.error, "MMGS_Set_meshSize failed");
+  const double values[8] = {1, 1, 1, -1, 1, 1, 1, 1};
+  const struct {
+    const ON_Mesh* mesh;
+    const double* values;
+    int status;
+    const char* message;
+  } cases[] = {
+      {nullptr, values, 1, "Null input mesh"},
+      {&tet, nullptr, 2, "Null vertex values"},
+      {&mixed, values, 3, "Mesh has both triangles and quads"},
+      {&floatOnly, values, 5, "MMG3D_Set_meshSize failed"},
+      {&flat, values, 7, "MMG3D_Set_tetrahedra failed"},
+      {&badIndex, values, 7, "MMG3D_Set_tetrahedra failed"},
+      {&pointsOnly, values, 11, "MMG3D_mmg3dls failed with status 2"},
+      {&floatPlate, values, 13, "MMGS_Set_meshSize failed"},
+  };
+  for (const auto& c : cases) {
+    const CutResult cut = Cut(c.mesh, c.values, 0);
+    EXPECT_EQ(cut.status, c.status);
+    EXPECT_EQ(cut.error, c.message);
+    EXPECT_FALSE(cut.mesh) << c.message;
+  }
+  // A null error buffer suppresses the message only.
+  ON_Mesh* result = nullptr;
+  EXPECT_EQ(CutTetrahedralMesh(nullptr, values, 0, 0, 0, nullptr, &result, nullptr), 1);
 }
 
 TEST(CutTetrahedralMesh, LowFailureOfTheLevelSetCallStillDeliversTheMesh) {
@@ -284,18 +251,6 @@ TEST(CutTetrahedralMesh, SurfaceMeshIsCutWithItsOwnBranch) {
   // The interface mesh belongs to the volume branch only.
   EXPECT_EQ(interfaceMesh.FaceCount(), 0);
   EXPECT_EQ(interfaceMesh.VertexCount(), 0);
-}
-
-TEST(FaceKey, IsTheFnv1aHashOfTheSortedIndices) {
-  // FNV-1a of twelve zero bytes, computed by hand from the offset basis and prime.
-  std::uint64_t expected = 0xcbf29ce484222325ull;
-  for (int i = 0; i < 12; ++i)
-    expected *= 0x100000001b3ull;
-  EXPECT_EQ(TriangleFaceKey(0, 0, 0), expected);
-  const std::uint64_t key = TriangleFaceKey(5, 1, 300);
-  EXPECT_EQ(TriangleFaceKey(300, 5, 1), key);
-  EXPECT_EQ(TriangleFaceKey(1, 300, 5), key);
-  EXPECT_NE(TriangleFaceKey(1, 5, 301), key);
 }
 
 void CountingHandler(int) {}

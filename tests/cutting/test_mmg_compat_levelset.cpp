@@ -1,8 +1,6 @@
 // Level-set discretisation through the MMG API (MMG3D_mmg3dls, MMGS_mmgsls) driven with the
-// call sequence brindle uses: element counts and references of the single-tetrahedron cases,
-// conformity and volume of structured cubes cut by a plane and a sphere, interface triangles
-// on the zero level, vertex references and numbering, the failure returns, and the surface
-// driver on a plate and a closed cube.
+// call sequence brindle uses. Only the MMG headers describe the calls, so the tests run
+// against the bundled subset and a real MMG alike.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -14,60 +12,75 @@
 
 #include "mmg/mmg3d/libmmg3d.h"
 #include "mmg/mmgs/libmmgs.h"
+#include "tetra_mesh_fixtures.h"
 
 namespace {
 
-using Vec3 = std::array<double, 3>;
+using namespace brindle::cut_test;
+using Level = std::function<double(const ON_3dPoint&)>;
 
-Vec3 Sub(const Vec3& a, const Vec3& b) {
-  return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-Vec3 Cross(const Vec3& a, const Vec3& b) {
-  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-double Dot(const Vec3& a, const Vec3& b) {
-  return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
-struct VolumeMesh {
-  std::vector<Vec3> points;
-  std::vector<std::array<MMG5_int, 4>> tets;  // 0-based
-};
-
-struct CutVolume {
+// A cut mesh read back from MMG, indices 0-based. `elements` are tetrahedra or triangles.
+template <int Corners>
+struct CutMesh {
   int status = -1;
   MMG5_int na = 0;
-  std::vector<Vec3> points;
+  std::vector<ON_3dPoint> points;
   std::vector<MMG5_int> point_refs;
-  std::vector<std::array<MMG5_int, 4>> tets;  // 0-based
-  std::vector<MMG5_int> tet_refs;
-  std::vector<std::array<MMG5_int, 3>> tris;  // 0-based
+  std::vector<std::array<MMG5_int, Corners>> elements;
+  std::vector<MMG5_int> element_refs;
+  std::vector<std::array<MMG5_int, 3>> tris;  // the volume's boundary and interface triangles
   std::vector<MMG5_int> tri_refs;
 
-  int Count(const std::vector<MMG5_int>& refs, MMG5_int ref) const {
-    return static_cast<int>(std::count(refs.begin(), refs.end(), ref));
-  }
+  const ON_3dPoint& At(std::size_t e, int i) const { return points[elements[e][i]]; }
   double SignedVolume(std::size_t k) const {
-    const auto& t = tets[k];
-    return Dot(Sub(points[t[1]], points[t[0]]),
-               Cross(Sub(points[t[2]], points[t[0]]), Sub(points[t[3]], points[t[0]]))) /
-           6.0;
+    return SixVolume(At(k, 0), At(k, 1), At(k, 2), At(k, 3)) / 6.0;
   }
   double VolumeOf(MMG5_int ref) const {
     double sum = 0.0;
-    for (std::size_t k = 0; k < tets.size(); ++k) {
-      if (tet_refs[k] == ref) sum += SignedVolume(k);
-    }
+    for (std::size_t k = 0; k < elements.size(); ++k)
+      if (element_refs[k] == ref) sum += SignedVolume(k);
     return sum;
   }
-  Vec3 Normal(std::size_t i) const {
-    const auto& t = tris[i];
-    return Cross(Sub(points[t[1]], points[t[0]]), Sub(points[t[2]], points[t[0]]));
+  double AreaOf(MMG5_int ref) const {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < elements.size(); ++i)
+      if (element_refs[i] == ref) sum += TriangleArea(At(i, 0), At(i, 1), At(i, 2));
+    return sum;
+  }
+  ON_3dVector Normal(const std::array<MMG5_int, 3>& t) const {
+    return ON_CrossProduct(points[t[1]] - points[t[0]], points[t[2]] - points[t[0]]);
   }
 };
+using CutVolume = CutMesh<4>;
+using CutSurface = CutMesh<3>;
 
-// Runs the parameter sequence and the calls of the library's volume cut.
-CutVolume CutWithMmg3d(const VolumeMesh& in, const std::vector<double>& values,
+int Count(const std::vector<MMG5_int>& refs, MMG5_int ref) {
+  return static_cast<int>(std::count(refs.begin(), refs.end(), ref));
+}
+
+std::vector<double> Coordinates(const ON_Mesh& in) {
+  std::vector<double> xyz;
+  for (int i = 0; i < in.m_dV.Count(); ++i)
+    xyz.insert(xyz.end(), {in.m_dV[i].x, in.m_dV[i].y, in.m_dV[i].z});
+  return xyz;
+}
+
+// 1-based corners of the first `corners` vertices of every face.
+std::vector<MMG5_int> Corners(const ON_Mesh& in, int corners) {
+  std::vector<MMG5_int> out;
+  for (int f = 0; f < in.FaceCount(); ++f)
+    for (int i = 0; i < corners; ++i)
+      out.push_back(in.m_F[f].vi[i] + 1);
+  return out;
+}
+
+template <int N>
+void StorePoints(const std::vector<double>& xyz, CutMesh<N>& out) {
+  for (std::size_t i = 0; i + 2 < xyz.size(); i += 3)
+    out.points.emplace_back(xyz[i], xyz[i + 1], xyz[i + 2]);
+}
+
+CutVolume CutWithMmg3d(const ON_Mesh& in, std::vector<double> values,
                        std::vector<MMG5_int> point_refs = {}, std::vector<MMG5_int> tet_refs = {}) {
   MMG5_pMesh mesh = nullptr;
   MMG5_pSol ls = nullptr;
@@ -82,24 +95,16 @@ CutVolume CutWithMmg3d(const VolumeMesh& in, const std::vector<double>& values,
   MMG3D_Set_dparameter(mesh, ls, MMG3D_DPARAM_hmax, 1.0);
   MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_angle, 0);
 
-  const MMG5_int np = static_cast<MMG5_int>(in.points.size());
-  const MMG5_int ne = static_cast<MMG5_int>(in.tets.size());
-  std::vector<double> xyz;
-  for (const Vec3& p : in.points)
-    xyz.insert(xyz.end(), p.begin(), p.end());
-  std::vector<MMG5_int> tets;
-  for (const auto& t : in.tets) {
-    for (MMG5_int v : t)
-      tets.push_back(v + 1);
-  }
+  const MMG5_int np = in.m_dV.Count(), ne = in.FaceCount();
+  std::vector<double> xyz = Coordinates(in);
+  std::vector<MMG5_int> tets = Corners(in, 4);
   point_refs.resize(np, 0);
   tet_refs.resize(ne, 0);
-  std::vector<double> level = values;
   EXPECT_EQ(1, MMG3D_Set_meshSize(mesh, np, ne, 0, 0, 0, 0));
   EXPECT_EQ(1, MMG3D_Set_vertices(mesh, xyz.data(), point_refs.data()));
   EXPECT_EQ(1, MMG3D_Set_tetrahedra(mesh, tets.data(), tet_refs.data()));
   EXPECT_EQ(1, MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, np, MMG5_Scalar));
-  EXPECT_EQ(1, MMG3D_Set_scalarSols(ls, level.data()));
+  EXPECT_EQ(1, MMG3D_Set_scalarSols(ls, values.data()));
   EXPECT_EQ(1, MMG3D_Chk_meshData(mesh, ls));
 
   CutVolume out;
@@ -109,15 +114,13 @@ CutVolume CutWithMmg3d(const VolumeMesh& in, const std::vector<double>& values,
   std::vector<double> oxyz(3 * onp);
   out.point_refs.resize(onp);
   MMG3D_Get_vertices(mesh, oxyz.data(), out.point_refs.data(), nullptr, nullptr);
-  for (MMG5_int i = 0; i < onp; ++i)
-    out.points.push_back({oxyz[3 * i], oxyz[3 * i + 1], oxyz[3 * i + 2]});
+  StorePoints(oxyz, out);
   std::vector<MMG5_int> otets(4 * one);
-  out.tet_refs.resize(one);
-  MMG3D_Get_tetrahedra(mesh, otets.data(), out.tet_refs.data(), nullptr);
-  for (MMG5_int k = 0; k < one; ++k) {
-    out.tets.push_back(
+  out.element_refs.resize(one);
+  MMG3D_Get_tetrahedra(mesh, otets.data(), out.element_refs.data(), nullptr);
+  for (MMG5_int k = 0; k < one; ++k)
+    out.elements.push_back(
         {otets[4 * k] - 1, otets[4 * k + 1] - 1, otets[4 * k + 2] - 1, otets[4 * k + 3] - 1});
-  }
   for (MMG5_int i = 0; i < ont; ++i) {
     MMG5_int a = 0, b = 0, c = 0, ref = 0;
     MMG3D_Get_triangle(mesh, &a, &b, &c, &ref, nullptr);
@@ -130,41 +133,81 @@ CutVolume CutWithMmg3d(const VolumeMesh& in, const std::vector<double>& values,
   return out;
 }
 
-const VolumeMesh kCornerTet = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {{0, 1, 2, 3}}};
+CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
+                       std::vector<MMG5_int> point_refs = {}) {
+  MMG5_pMesh mesh = nullptr;
+  MMG5_pSol ls = nullptr;
+  EXPECT_EQ(
+      1, MMGS_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
+  MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_iso, 1);
+  MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_nreg, 0);
+  MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_noinsert, 1);
+  MMGS_Set_iparameter(mesh, ls, MMGS_DPARAM_hausd, 0);
+  MMGS_Set_dparameter(mesh, ls, MMGS_DPARAM_hgrad, 20.0);
+  MMGS_Set_dparameter(mesh, ls, MMGS_DPARAM_hmax, 0.01);
+  MMGS_Set_dparameter(mesh, ls, MMGS_DPARAM_hmax, 1.0);
+  MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_angle, 0);
 
-// Cube [0, size]^3 of n^3 cells, each split into the six tetrahedra of its main diagonal.
-VolumeMesh StructuredCube(int n, double size) {
-  VolumeMesh m;
-  const double h = size / n;
-  auto index = [n](int i, int j, int k) {
-    return static_cast<MMG5_int>((k * (n + 1) + j) * (n + 1) + i);
-  };
-  for (int k = 0; k <= n; ++k)
-    for (int j = 0; j <= n; ++j)
-      for (int i = 0; i <= n; ++i)
-        m.points.push_back({i * h, j * h, k * h});
-  const int perms[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
-  for (int k = 0; k < n; ++k)
-    for (int j = 0; j < n; ++j)
-      for (int i = 0; i < n; ++i)
-        for (const auto& p : perms) {
-          int c[3] = {i, j, k};
-          std::array<MMG5_int, 4> t;
-          t[0] = index(c[0], c[1], c[2]);
-          for (int s = 0; s < 3; ++s) {
-            ++c[p[s]];
-            t[s + 1] = index(c[0], c[1], c[2]);
-          }
-          m.tets.push_back(t);
-        }
-  return m;
+  const MMG5_int np = in.m_dV.Count(), nt = in.FaceCount();
+  std::vector<double> xyz = Coordinates(in);
+  std::vector<MMG5_int> tris = Corners(in, 3);
+  point_refs.resize(np, 0);
+  std::vector<MMG5_int> tri_refs(nt, 0);
+  EXPECT_EQ(1, MMGS_Set_meshSize(mesh, np, nt, 0));
+  EXPECT_EQ(1, MMGS_Set_vertices(mesh, xyz.data(), point_refs.data()));
+  EXPECT_EQ(1, MMGS_Set_triangles(mesh, tris.data(), tri_refs.data()));
+  EXPECT_EQ(1, MMGS_Set_solSize(mesh, ls, MMG5_Vertex, np, MMG5_Scalar));
+  EXPECT_EQ(1, MMGS_Set_scalarSols(ls, values.data()));
+  EXPECT_EQ(1, MMGS_Chk_meshData(mesh, ls));
+
+  CutSurface out;
+  out.status = MMGS_mmgsls(mesh, ls, nullptr);
+  MMG5_int onp = 0, ont = 0;
+  MMGS_Get_meshSize(mesh, &onp, &ont, &out.na);
+  std::vector<double> oxyz(3 * onp);
+  out.point_refs.resize(onp);
+  MMGS_Get_vertices(mesh, oxyz.data(), out.point_refs.data(), nullptr, nullptr);
+  StorePoints(oxyz, out);
+  for (MMG5_int i = 0; i < ont; ++i) {
+    MMG5_int a = 0, b = 0, c = 0, ref = 0;
+    int required = 0;
+    MMGS_Get_triangle(mesh, &a, &b, &c, &ref, &required);
+    out.elements.push_back({a - 1, b - 1, c - 1});
+    out.element_refs.push_back(ref);
+  }
+  MMGS_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
+  return out;
 }
 
-std::vector<double> Sample(const VolumeMesh& m, const std::function<double(const Vec3&)>& f) {
-  std::vector<double> v;
-  for (const Vec3& p : m.points)
-    v.push_back(f(p));
-  return v;
+// Status of a level-set call on raw arrays; the solution is sized to `values`, or left unset
+// when there are none.
+int LevelSetStatus(bool volume, std::vector<double> xyz, std::vector<MMG5_int> elements,
+                   std::vector<double> values) {
+  MMG5_pMesh mesh = nullptr;
+  MMG5_pSol ls = nullptr;
+  const MMG5_int np = static_cast<MMG5_int>(xyz.size() / 3);
+  const MMG5_int ns = static_cast<MMG5_int>(values.size());
+  int status = -1;
+  if (volume) {
+    MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
+    MMG3D_Set_meshSize(mesh, np, static_cast<MMG5_int>(elements.size() / 4), 0, 0, 0, 0);
+    MMG3D_Set_vertices(mesh, xyz.data(), nullptr);
+    if (!elements.empty()) MMG3D_Set_tetrahedra(mesh, elements.data(), nullptr);
+    if (ns) MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, ns, MMG5_Scalar);
+    if (ns) MMG3D_Set_scalarSols(ls, values.data());
+    status = MMG3D_mmg3dls(mesh, ls, nullptr);
+    MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
+  } else {
+    MMGS_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
+    MMGS_Set_meshSize(mesh, np, static_cast<MMG5_int>(elements.size() / 3), 0);
+    MMGS_Set_vertices(mesh, xyz.data(), nullptr);
+    MMGS_Set_triangles(mesh, elements.data(), nullptr);
+    if (ns) MMGS_Set_solSize(mesh, ls, MMG5_Vertex, ns, MMG5_Scalar);
+    if (ns) MMGS_Set_scalarSols(ls, values.data());
+    status = MMGS_mmgsls(mesh, ls, nullptr);
+    MMGS_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
+  }
+  return status;
 }
 
 // Faces and their owners, the outer boundary and the interface as the tetrahedra define them.
@@ -175,31 +218,23 @@ struct FaceCensus {
 };
 
 FaceCensus CensusOf(const CutVolume& cut) {
-  std::map<std::array<MMG5_int, 3>, std::vector<std::size_t>> owners;
-  const int faces[4][3] = {{1, 2, 3}, {0, 2, 3}, {0, 1, 3}, {0, 1, 2}};
-  for (std::size_t k = 0; k < cut.tets.size(); ++k) {
-    for (const auto& f : faces) {
-      std::array<MMG5_int, 3> key = {cut.tets[k][f[0]], cut.tets[k][f[1]], cut.tets[k][f[2]]};
-      std::sort(key.begin(), key.end());
-      owners[key].push_back(k);
-    }
-  }
   FaceCensus census;
-  for (const auto& [key, list] : owners) {
+  for (const auto& [key, list] :
+       TriangleOwners(cut.elements, static_cast<int>(cut.elements.size()))) {
     if (list.size() > 2) ++census.overused;
     if (list.size() == 1) ++census.outer;
-    if (list.size() == 2 && cut.tet_refs[list[0]] != cut.tet_refs[list[1]]) ++census.interface;
+    if (list.size() == 2 && cut.element_refs[list[0]] != cut.element_refs[list[1]])
+      ++census.interface;
   }
   return census;
 }
 
-struct SingleTetCase {
-  std::array<double, 4> values;
-  int np, ne, outer, interface, plus, minus;
-};
-
 TEST(MmgCompatLevelSet3d, SingleTetrahedronPatterns) {
-  const SingleTetCase cases[] = {
+  struct Case {
+    std::array<double, 4> values;
+    int np, ne, outer, interface, plus, minus;
+  };
+  const Case cases[] = {
       {{1, 1, 1, -1}, 7, 4, 10, 1, 3, 1},   // three cut edges: corner + prism
       {{1, 1, -1, -1}, 8, 6, 12, 2, 3, 3},  // four cut edges: two prisms
       {{0, 1, 1, -1}, 6, 3, 8, 1, 2, 1},    // two cut edges through a zero vertex
@@ -212,19 +247,19 @@ TEST(MmgCompatLevelSet3d, SingleTetrahedronPatterns) {
       {{5e-7, 1, 1, -1}, 6, 3, 8, 1, 2, 1},  // snapped to zero
       {{0.9, 0.9, 0.9, -0.1}, 7, 4, 10, 1, 3, 1},
   };
-  for (const SingleTetCase& c : cases) {
+  for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message()
                  << c.values[0] << " " << c.values[1] << " " << c.values[2] << " " << c.values[3]);
     const CutVolume cut =
-        CutWithMmg3d(kCornerTet, std::vector<double>(c.values.begin(), c.values.end()));
+        CutWithMmg3d(CornerTetrahedron(), std::vector<double>(c.values.begin(), c.values.end()));
     EXPECT_EQ(MMG5_SUCCESS, cut.status);
     EXPECT_EQ(c.np, static_cast<int>(cut.points.size()));
-    EXPECT_EQ(c.ne, static_cast<int>(cut.tets.size()));
-    EXPECT_EQ(c.outer, cut.Count(cut.tri_refs, 0));
-    EXPECT_EQ(c.interface, cut.Count(cut.tri_refs, MG_ISO));
-    EXPECT_EQ(c.plus, cut.Count(cut.tet_refs, MG_PLUS));
-    EXPECT_EQ(c.minus, cut.Count(cut.tet_refs, MG_MINUS));
-    for (std::size_t k = 0; k < cut.tets.size(); ++k)
+    EXPECT_EQ(c.ne, static_cast<int>(cut.elements.size()));
+    EXPECT_EQ(c.outer, Count(cut.tri_refs, 0));
+    EXPECT_EQ(c.interface, Count(cut.tri_refs, MG_ISO));
+    EXPECT_EQ(c.plus, Count(cut.element_refs, MG_PLUS));
+    EXPECT_EQ(c.minus, Count(cut.element_refs, MG_MINUS));
+    for (std::size_t k = 0; k < cut.elements.size(); ++k)
       EXPECT_GT(cut.SignedVolume(k), 0.0);
   }
 }
@@ -232,213 +267,268 @@ TEST(MmgCompatLevelSet3d, SingleTetrahedronPatterns) {
 TEST(MmgCompatLevelSet3d, CutPointsInterpolateTheLevelSet) {
   // Cut points sit where the linear level set vanishes: midpoints for 1 / -1, z = 0.9 for
   // 0.9 / -0.1; the new vertices follow the input vertices.
-  const CutVolume halves = CutWithMmg3d(kCornerTet, {1, 1, 1, -1});
+  const CutVolume halves = CutWithMmg3d(CornerTetrahedron(), {1, 1, 1, -1});
   ASSERT_EQ(7u, halves.points.size());
-  std::vector<Vec3> cut_points(halves.points.begin() + 4, halves.points.end());
+  std::vector<ON_3dPoint> cut_points(halves.points.begin() + 4, halves.points.end());
   std::sort(cut_points.begin(), cut_points.end());
-  const std::vector<Vec3> midpoints = {{0, 0, 0.5}, {0, 0.5, 0.5}, {0.5, 0, 0.5}};
-  for (int i = 0; i < 3; ++i) {
-    for (int d = 0; d < 3; ++d)
-      EXPECT_NEAR(midpoints[i][d], cut_points[i][d], 1e-12);
-  }
-  const CutVolume high = CutWithMmg3d(kCornerTet, {0.9, 0.9, 0.9, -0.1});
+  const ON_3dPoint midpoints[] = {ON_3dPoint(0, 0, 0.5), ON_3dPoint(0, 0.5, 0.5),
+                                  ON_3dPoint(0.5, 0, 0.5)};
+  for (int i = 0; i < 3; ++i)
+    EXPECT_LT(midpoints[i].DistanceTo(cut_points[i]), 1e-12);
+  const CutVolume high = CutWithMmg3d(CornerTetrahedron(), {0.9, 0.9, 0.9, -0.1});
   for (std::size_t i = 4; i < high.points.size(); ++i)
-    EXPECT_NEAR(0.9, high.points[i][2], 1e-12);
+    EXPECT_NEAR(0.9, high.points[i].z, 1e-12);
   // A zero pushed to -1e-4 (scaled by the unit extent) moves the cut next to the origin.
-  const CutVolume pushed = CutWithMmg3d(kCornerTet, {0, 0, 0, 1});
+  const CutVolume pushed = CutWithMmg3d(CornerTetrahedron(), {0, 0, 0, 1});
   ASSERT_EQ(5u, pushed.points.size());
-  EXPECT_NEAR(1e-4 / (1 + 1e-4), pushed.points[4][2], 1e-12);
+  EXPECT_NEAR(1e-4 / (1 + 1e-4), pushed.points[4].z, 1e-12);
 }
 
-TEST(MmgCompatLevelSet3d, ReferencesOfVerticesAndTriangles) {
-  const CutVolume cut = CutWithMmg3d(kCornerTet, {1, 1, 1, -1}, {7, 8, 9, 10}, {5});
+TEST(MmgCompatLevelSet3d, ReferencesAndNumberingOfVertices) {
+  const CutVolume cut = CutWithMmg3d(CornerTetrahedron(), {1, 1, 1, -1}, {7, 8, 9, 10}, {5});
   ASSERT_EQ(MMG5_SUCCESS, cut.status);
-  ASSERT_EQ(7u, cut.point_refs.size());
   EXPECT_EQ((std::vector<MMG5_int>{7, 8, 9, 0, 0, 0, 0}), cut.point_refs);
-  EXPECT_EQ(10, cut.Count(cut.tri_refs, 5));  // outer faces keep the element's reference
-  EXPECT_EQ(1, cut.Count(cut.tri_refs, MG_ISO));
+  EXPECT_EQ(10, Count(cut.tri_refs, 5));  // outer faces keep the element's reference
+  EXPECT_EQ(1, Count(cut.tri_refs, MG_ISO));
+
+  // A vertex used by no element is replaced by the last one.
+  ON_Mesh holed;
+  for (const ON_3dPoint& p : {ON_3dPoint(0, 0, 0), ON_3dPoint(9, 9, 9), ON_3dPoint(1, 0, 0),
+                              ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)})
+    AddVertex(holed, p.x, p.y, p.z);
+  AddTetrahedron(holed, 0, 2, 3, 4);
+  const CutVolume filled = CutWithMmg3d(holed, {1, 100, 1, 1, -1});
+  ASSERT_EQ(MMG5_SUCCESS, filled.status);
+  ASSERT_EQ(7u, filled.points.size());
+  EXPECT_NEAR(0.5, filled.points[1].z, 1e-12);  // a cut point fills the hole
+  for (std::size_t k = 0; k < filled.elements.size(); ++k)
+    EXPECT_GT(filled.SignedVolume(k), 0.0);
 }
 
-TEST(MmgCompatLevelSet3d, UnusedVertexIsReplacedByTheLastOne) {
-  VolumeMesh m = kCornerTet;
-  m.points.insert(m.points.begin() + 1, Vec3{9, 9, 9});  // vertex 2 belongs to no element
-  m.tets = {{0, 2, 3, 4}};
-  const CutVolume cut = CutWithMmg3d(m, {1, 100, 1, 1, -1});
-  ASSERT_EQ(MMG5_SUCCESS, cut.status);
-  ASSERT_EQ(7u, cut.points.size());
-  EXPECT_NEAR(0.5, cut.points[1][2], 1e-12);  // a cut point fills the hole
-  for (std::size_t k = 0; k < cut.tets.size(); ++k)
-    EXPECT_GT(cut.SignedVolume(k), 0.0);
-}
-
-TEST(MmgCompatLevelSet3d, FailureReturns) {
-  // No level-set values at all.
-  {
-    MMG5_pMesh mesh = nullptr;
-    MMG5_pSol ls = nullptr;
-    MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-    double xyz[] = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
-    MMG5_int tet[] = {1, 2, 3, 4};
-    MMG3D_Set_meshSize(mesh, 4, 1, 0, 0, 0, 0);
-    MMG3D_Set_vertices(mesh, xyz, nullptr);
-    MMG3D_Set_tetrahedra(mesh, tet, nullptr);
-    EXPECT_EQ(MMG5_STRONGFAILURE, MMG3D_mmg3dls(mesh, ls, nullptr));
-    MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-  }
-  // Four values for five vertices.
-  {
-    MMG5_pMesh mesh = nullptr;
-    MMG5_pSol ls = nullptr;
-    MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-    double xyz[] = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 1, 1, 1};
-    MMG5_int tet[] = {1, 2, 3, 4};
-    double values[] = {1, 1, 1, -1};
-    MMG3D_Set_meshSize(mesh, 5, 1, 0, 0, 0, 0);
-    MMG3D_Set_vertices(mesh, xyz, nullptr);
-    MMG3D_Set_tetrahedra(mesh, tet, nullptr);
-    MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, 4, MMG5_Scalar);
-    MMG3D_Set_scalarSols(ls, values);
-    EXPECT_EQ(MMG5_STRONGFAILURE, MMG3D_mmg3dls(mesh, ls, nullptr));
-    MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-  }
-  // No elements: nothing to scale.
-  {
-    MMG5_pMesh mesh = nullptr;
-    MMG5_pSol ls = nullptr;
-    MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-    double xyz[] = {0, 0, 0, 1, 0, 0};
-    double values[] = {1, -1};
-    MMG3D_Set_meshSize(mesh, 2, 0, 0, 0, 0, 0);
-    MMG3D_Set_vertices(mesh, xyz, nullptr);
-    MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, 2, MMG5_Scalar);
-    MMG3D_Set_scalarSols(ls, values);
-    EXPECT_EQ(1, MMG3D_Chk_meshData(mesh, ls));
-    EXPECT_EQ(MMG5_STRONGFAILURE, MMG3D_mmg3dls(mesh, ls, nullptr));
-    MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-  }
+TEST(MmgCompatLevelSet, FailureReturns) {
+  const std::vector<double> corner = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
+  std::vector<double> fifth = corner;
+  fifth.insert(fifth.end(), {1, 1, 1});
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, corner, {1, 2, 3, 4}, {}));  // no values
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, fifth, {1, 2, 3, 4}, {1, 1, 1, -1}));
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, {0, 0, 0, 1, 0, 0}, {}, {1, -1}));
   // A flat element stops the setter, and the cut then fails on the input quality.
-  {
-    MMG5_pMesh mesh = nullptr;
-    MMG5_pSol ls = nullptr;
-    MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-    double xyz[] = {0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0};
-    MMG5_int tet[] = {1, 2, 3, 4};
-    double values[] = {1, 1, 1, -1};
-    MMG3D_Set_meshSize(mesh, 4, 1, 0, 0, 0, 0);
-    MMG3D_Set_vertices(mesh, xyz, nullptr);
-    EXPECT_EQ(0, MMG3D_Set_tetrahedra(mesh, tet, nullptr));
-    MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, 4, MMG5_Scalar);
-    MMG3D_Set_scalarSols(ls, values);
-    EXPECT_EQ(MMG5_LOWFAILURE, MMG3D_mmg3dls(mesh, ls, nullptr));
-    MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-  }
+  EXPECT_EQ(MMG5_LOWFAILURE, LevelSetStatus(true, {0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0},
+                                            {1, 2, 3, 4}, {1, 1, 1, -1}));
+
+  const std::vector<double> square = {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0};
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(false, square, {1, 2, 3, 1, 3, 4}, {1, -1, 1}));
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(false, {0, 0, 0, 1, 0, 0, 1, 1, 0}, {1, 2, 3}, {}));
+  // A degenerate triangle fails the input quality test but leaves a usable mesh.
+  ON_Mesh flat = SquarePlate(1);
+  AddVertex(flat, 2, 0, 0);
+  flat.SetTriangle(2, 0, 1, 4);
+  const CutSurface cut = CutWithMmgs(flat, {1, -1, 1, 1, 1});
+  EXPECT_EQ(MMG5_LOWFAILURE, cut.status);
+  EXPECT_EQ(5u, cut.points.size());
+  EXPECT_EQ(3u, cut.elements.size());
 }
 
 TEST(MmgCompatLevelSet3d, FaceOfThreeElementsIsPairedUp) {
   // Three elements on one face (not a manifold mesh): two of them pair up across the face,
   // the third sees it as boundary; the cut still succeeds.
-  const VolumeMesh fan = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, -1}, {0.2, 0.2, 2}},
-                          {{0, 1, 2, 3}, {0, 2, 1, 4}, {0, 1, 2, 5}}};
+  ON_Mesh fan = CornerTetrahedron();
+  AddVertex(fan, 0, 0, -1);
+  AddVertex(fan, 0.2, 0.2, 2);
+  AddTetrahedron(fan, 0, 2, 1, 4);
+  AddTetrahedron(fan, 0, 1, 2, 5);
   const CutVolume cut = CutWithMmg3d(fan, {1, 1, 1, -1, -1, -1});
   EXPECT_EQ(MMG5_SUCCESS, cut.status);
   EXPECT_EQ(15u, cut.points.size());
-  EXPECT_EQ(12u, cut.tets.size());
+  EXPECT_EQ(12u, cut.elements.size());
   EXPECT_EQ(31u, cut.tris.size());
 }
 
-TEST(MmgCompatLevelSet3d, AllZeroLevelSetGoesNegative) {
-  const CutVolume cut = CutWithMmg3d(StructuredCube(1, 1.0), std::vector<double>(8, 0.0));
-  EXPECT_EQ(MMG5_SUCCESS, cut.status);
-  EXPECT_EQ(6, cut.Count(cut.tet_refs, MG_MINUS));
-  EXPECT_EQ(0, cut.Count(cut.tri_refs, MG_ISO));
-}
-
 TEST(MmgCompatLevelSet3d, CubeCutByPlaneCounts) {
-  const VolumeMesh cube = StructuredCube(2, 2.0);
-  const CutVolume cut = CutWithMmg3d(cube, Sample(cube, [](const Vec3& p) { return p[0] - 0.37; }));
+  const CutVolume zero = CutWithMmg3d(StructuredCube(1), std::vector<double>(8, 0.0));
+  EXPECT_EQ(6, Count(zero.element_refs, MG_MINUS));  // all zero goes negative
+  EXPECT_EQ(0, Count(zero.tri_refs, MG_ISO));
+
+  const ON_Mesh cube = StructuredCube(2, 2.0);
+  const CutVolume cut = CutWithMmg3d(cube, SampleField(cube, [](auto& p) { return p.x - 0.37; }));
   ASSERT_EQ(MMG5_SUCCESS, cut.status);
   EXPECT_EQ(52u, cut.points.size());
-  EXPECT_EQ(136u, cut.tets.size());
-  EXPECT_EQ(80, cut.Count(cut.tri_refs, 0));
-  EXPECT_EQ(32, cut.Count(cut.tri_refs, MG_ISO));
-  EXPECT_EQ(80, cut.Count(cut.tet_refs, MG_PLUS));
-  EXPECT_EQ(56, cut.Count(cut.tet_refs, MG_MINUS));
+  EXPECT_EQ(136u, cut.elements.size());
+  EXPECT_EQ(80, Count(cut.tri_refs, 0));
+  EXPECT_EQ(32, Count(cut.tri_refs, MG_ISO));
+  EXPECT_EQ(80, Count(cut.element_refs, MG_PLUS));
+  EXPECT_EQ(56, Count(cut.element_refs, MG_MINUS));
   EXPECT_EQ(16, cut.na);
 
   // A plane through a vertex layer cuts nothing: the zeros become interface vertices.
-  const CutVolume layer = CutWithMmg3d(cube, Sample(cube, [](const Vec3& p) { return p[0] - 1; }));
+  const CutVolume layer = CutWithMmg3d(cube, SampleField(cube, [](auto& p) { return p.x - 1; }));
   EXPECT_EQ(27u, layer.points.size());
-  EXPECT_EQ(48u, layer.tets.size());
-  EXPECT_EQ(8, layer.Count(layer.tri_refs, MG_ISO));
-  EXPECT_EQ(24, layer.Count(layer.tet_refs, MG_PLUS));
+  EXPECT_EQ(48u, layer.elements.size());
+  EXPECT_EQ(8, Count(layer.tri_refs, MG_ISO));
+  EXPECT_EQ(24, Count(layer.element_refs, MG_PLUS));
   EXPECT_EQ(8, layer.na);
 
-  const CutVolume none = CutWithMmg3d(cube, Sample(cube, [](const Vec3& p) { return p[0] + 1; }));
-  EXPECT_EQ(48, none.Count(none.tet_refs, MG_PLUS));
+  const CutVolume none = CutWithMmg3d(cube, SampleField(cube, [](auto& p) { return p.x + 1; }));
+  EXPECT_EQ(48, Count(none.element_refs, MG_PLUS));
   EXPECT_EQ(48u, none.tris.size());
 }
 
-// Conformity, orientation and volumes of a cut cube, and the interface on the zero level.
-void CheckCutCube(const CutVolume& cut, const std::function<double(const Vec3&)>& level,
-                  double interface_tolerance) {
+// Conformity, orientation and volumes of a cut cube [0, 2]^3, and the interface on the zero
+// level oriented from the negative side into the positive one.
+void CheckCutCube(const CutVolume& cut, const Level& level, double interface_tolerance) {
   ASSERT_EQ(MMG5_SUCCESS, cut.status);
-  for (std::size_t k = 0; k < cut.tets.size(); ++k)
+  for (std::size_t k = 0; k < cut.elements.size(); ++k)
     ASSERT_GT(cut.SignedVolume(k), 0.0);
   EXPECT_NEAR(8.0, cut.VolumeOf(MG_PLUS) + cut.VolumeOf(MG_MINUS), 1e-12);
 
   const FaceCensus census = CensusOf(cut);
   EXPECT_EQ(0, census.overused);
-  EXPECT_EQ(census.outer, cut.Count(cut.tri_refs, 0));
-  EXPECT_EQ(census.interface, cut.Count(cut.tri_refs, MG_ISO));
+  EXPECT_EQ(census.outer, Count(cut.tri_refs, 0));
+  EXPECT_EQ(census.interface, Count(cut.tri_refs, MG_ISO));
 
   double outer_area = 0.0;
   for (std::size_t i = 0; i < cut.tris.size(); ++i) {
-    const Vec3 n = cut.Normal(i);
+    const ON_3dVector n = cut.Normal(cut.tris[i]);
+    const ON_3dPoint& a = cut.points[cut.tris[i][0]];
     if (cut.tri_refs[i] == 0) {
-      outer_area += std::sqrt(Dot(n, n)) / 2;
-      // Outward: the cube's centre is behind every outer face.
-      EXPECT_LT(Dot(n, Sub(Vec3{1, 1, 1}, cut.points[cut.tris[i][0]])), 0.0);
-    } else {
-      for (MMG5_int v : cut.tris[i])
-        EXPECT_NEAR(0.0, level(cut.points[v]), interface_tolerance);
-      // From the negative side into the positive one.
-      Vec3 centre{0, 0, 0};
-      for (MMG5_int v : cut.tris[i])
-        for (int d = 0; d < 3; ++d)
-          centre[d] += cut.points[v][d] / 3;
-      const double step = 1e-3 / std::sqrt(Dot(n, n));
-      const Vec3 ahead{centre[0] + step * n[0], centre[1] + step * n[1], centre[2] + step * n[2]};
-      EXPECT_GT(level(ahead), level(centre));
+      outer_area += n.Length() / 2;
+      EXPECT_LT(ON_DotProduct(n, ON_3dPoint(1, 1, 1) - a), 0.0);  // outward
+      continue;
     }
+    ON_3dPoint centre(0, 0, 0);
+    for (MMG5_int v : cut.tris[i]) {
+      EXPECT_NEAR(0.0, level(cut.points[v]), interface_tolerance);
+      centre += ON_3dVector(cut.points[v]) / 3;
+    }
+    EXPECT_GT(level(centre + (1e-3 / n.Length()) * n), level(centre));
   }
   EXPECT_NEAR(24.0, outer_area, 1e-12);
 }
 
-TEST(MmgCompatLevelSet3d, CubeCutByPlaneIsConformingAndExact) {
-  const auto plane = [](const Vec3& p) { return p[0] - 0.37; };
+TEST(MmgCompatLevelSet3d, CubeCutByPlaneOrSphereIsConforming) {
+  const Level plane = [](const ON_3dPoint& p) { return p.x - 0.37; };
   for (int n : {2, 5}) {
     SCOPED_TRACE(n);
-    const VolumeMesh cube = StructuredCube(n, 2.0);
-    const CutVolume cut = CutWithMmg3d(cube, Sample(cube, plane));
+    const ON_Mesh cube = StructuredCube(n, 2.0);
+    const CutVolume cut = CutWithMmg3d(cube, SampleField(cube, plane));
     CheckCutCube(cut, plane, 1e-14);
     EXPECT_NEAR(0.37 * 4, cut.VolumeOf(MG_MINUS), 1e-12);
   }
   // An oblique plane exercises every split pattern and both diagonal choices.
-  const auto oblique = [](const Vec3& p) { return 0.3 * p[0] + 0.5 * p[1] - 0.7 * p[2] + 0.11; };
-  const VolumeMesh cube = StructuredCube(4, 2.0);
-  CheckCutCube(CutWithMmg3d(cube, Sample(cube, oblique)), oblique, 1e-14);
-}
-
-TEST(MmgCompatLevelSet3d, CubeCutBySphereIsConforming) {
-  const auto sphere = [](const Vec3& p) {
-    return std::sqrt(Dot(Sub(p, Vec3{1, 1, 1}), Sub(p, Vec3{1, 1, 1}))) - 0.7;
+  const Level oblique = [](const ON_3dPoint& p) {
+    return 0.3 * p.x + 0.5 * p.y - 0.7 * p.z + 0.11;
   };
-  const VolumeMesh cube = StructuredCube(8, 2.0);
-  const CutVolume cut = CutWithMmg3d(cube, Sample(cube, sphere));
+  const ON_Mesh cube4 = StructuredCube(4, 2.0);
+  CheckCutCube(CutWithMmg3d(cube4, SampleField(cube4, oblique)), oblique, 1e-14);
+
+  const Level sphere = [](const ON_3dPoint& p) { return p.DistanceTo(ON_3dPoint(1, 1, 1)) - 0.7; };
+  const ON_Mesh cube8 = StructuredCube(8, 2.0);
+  const CutVolume cut = CutWithMmg3d(cube8, SampleField(cube8, sphere));
   // Cut points interpolate the level set linearly along edges of length L <= h*sqrt(3), so
   // they sit within L^2 / (8 r) = 0.034 of the sphere.
   CheckCutCube(cut, sphere, 0.034);
   EXPECT_NEAR(4.0 / 3.0 * M_PI * 0.343, cut.VolumeOf(MG_MINUS), 0.1);
+}
+
+// Surface of the unit cube, 2 x 2 cells per face, outward normals, shared vertices merged.
+ON_Mesh CubeSurface() {
+  ON_Mesh s;
+  std::map<std::array<int, 3>, int> ids;
+  auto id = [&](const std::array<int, 3>& g) {
+    const auto found = ids.find(g);
+    if (found != ids.end()) return found->second;
+    AddVertex(s, g[0] / 2.0, g[1] / 2.0, g[2] / 2.0);
+    return ids[g] = s.VertexCount() - 1;
+  };
+  for (int axis = 0; axis < 3; ++axis)
+    for (int side = 0; side <= 1; ++side) {
+      const int u = (axis + 1) % 3, v = (axis + 2) % 3;
+      for (int a = 0; a < 2; ++a)
+        for (int b = 0; b < 2; ++b) {
+          int q[4];
+          const int du[4] = {0, 1, 1, 0}, dv[4] = {0, 0, 1, 1};
+          for (int c = 0; c < 4; ++c) {
+            std::array<int, 3> g;
+            g[axis] = 2 * side;
+            g[u] = a + du[c];
+            g[v] = b + dv[c];
+            q[c] = id(g);
+          }
+          // (u, v, axis) is right-handed, so u-v order faces +axis.
+          if (side == 1) {
+            s.SetTriangle(s.FaceCount(), q[0], q[1], q[2]);
+            s.SetTriangle(s.FaceCount(), q[0], q[2], q[3]);
+          } else {
+            s.SetTriangle(s.FaceCount(), q[0], q[2], q[1]);
+            s.SetTriangle(s.FaceCount(), q[0], q[3], q[2]);
+          }
+        }
+    }
+  return s;
+}
+
+TEST(MmgCompatLevelSetSurface, PlateCutAcrossTriangles) {
+  const ON_Mesh plate = SquarePlate(4);
+  const CutSurface cut = CutWithMmgs(plate, SampleField(plate, [](auto& p) { return p.x - 0.37; }));
+  ASSERT_EQ(MMG5_SUCCESS, cut.status);
+  EXPECT_EQ(34u, cut.points.size());
+  EXPECT_EQ(48u, cut.elements.size());
+  EXPECT_EQ(26, cut.na);  // 18 boundary edges + 8 interface edges
+  EXPECT_NEAR(0.63, cut.AreaOf(MG_PLUS), 1e-12);
+  EXPECT_NEAR(0.37, cut.AreaOf(MG_MINUS), 1e-12);
+  // New vertices lie on the line and carry the interface reference.
+  for (std::size_t i = 0; i < cut.points.size(); ++i) {
+    EXPECT_EQ(i < 25 ? 0 : MG_ISO, cut.point_refs[i]);
+    if (i >= 25) {
+      EXPECT_NEAR(0.37, cut.points[i].x, 1e-15);
+    }
+  }
+  // The array setter flips the input, and the cut keeps the stored orientation.
+  for (const auto& t : cut.elements)
+    EXPECT_LT(cut.Normal(t).z, 0.0);
+}
+
+TEST(MmgCompatLevelSetSurface, ZerosOnVerticesAndIsolatedZeros) {
+  const ON_Mesh plate = SquarePlate(4);
+  // Zeros on the vertex column x = 0.5: no new vertex, the column becomes the interface.
+  const CutSurface column = CutWithMmgs(
+      plate, SampleField(plate, [](auto& p) { return p.x - 0.5; }), std::vector<MMG5_int>(25, 10));
+  ASSERT_EQ(MMG5_SUCCESS, column.status);
+  EXPECT_EQ(25u, column.points.size());
+  EXPECT_EQ(16, Count(column.element_refs, MG_PLUS));
+  EXPECT_EQ(16, Count(column.element_refs, MG_MINUS));
+  EXPECT_EQ(20, column.na);
+  for (std::size_t i = 0; i < 25; ++i) {
+    // Input references 10 are cleared; the interface vertices get 10 again.
+    EXPECT_EQ(column.points[i].x == 0.5 ? MG_ISO : 0, column.point_refs[i]) << i;
+  }
+
+  // An isolated zero among positive values is lifted: no interface at all.
+  std::vector<double> bump(25, 1.0);
+  bump[12] = 0.0;
+  const CutSurface lifted = CutWithMmgs(plate, bump);
+  EXPECT_EQ(25u, lifted.points.size());
+  EXPECT_EQ(32, Count(lifted.element_refs, MG_PLUS));
+  EXPECT_EQ(16, lifted.na);
+
+  // Zeros along the boundary column x = 0 only touch the level: no interface either.
+  const CutSurface edge = CutWithMmgs(plate, SampleField(plate, [](auto& p) { return p.x; }));
+  EXPECT_EQ(32, Count(edge.element_refs, MG_PLUS));
+  EXPECT_EQ(25u, edge.points.size());
+}
+
+TEST(MmgCompatLevelSetSurface, ClosedCubeKeepsItsShape) {
+  const ON_Mesh cube = CubeSurface();
+  ASSERT_EQ(26, cube.VertexCount());
+  ASSERT_EQ(48, cube.FaceCount());
+  const CutSurface cut = CutWithMmgs(cube, SampleField(cube, [](auto& p) { return p.x - 0.37; }));
+  ASSERT_EQ(MMG5_SUCCESS, cut.status);
+  EXPECT_EQ(42u, cut.points.size());
+  EXPECT_EQ(48, Count(cut.element_refs, MG_PLUS));
+  EXPECT_EQ(32, Count(cut.element_refs, MG_MINUS));
+  EXPECT_EQ(16, cut.na);
+  EXPECT_NEAR(6.0, cut.AreaOf(MG_PLUS) + cut.AreaOf(MG_MINUS), 1e-12);
+  EXPECT_NEAR(1.0 + 4 * 0.37, cut.AreaOf(MG_MINUS), 1e-12);
 }
 
 }  // namespace
