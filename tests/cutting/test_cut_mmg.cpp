@@ -140,52 +140,37 @@ class CubeCutByPlane : public ::testing::Test {
   const std::vector<double> values = SampleField(cube, PlaneField);
 };
 
-TEST_F(CubeCutByPlane, KeepsTheVolumeSplitsItAnalyticallyAndStaysConforming) {
-  CutResult cut = Cut(&cube, values.data(), 0);
-  ASSERT_EQ(cut.status, 0);
-  EXPECT_EQ(cut.error, "");
-  ASSERT_TRUE(cut.mesh);
-  const ON_Mesh& mesh = *cut.mesh;
-  const std::vector<int> references = References(mesh);
-  ASSERT_EQ(static_cast<int>(references.size()), mesh.FaceCount());
-  EXPECT_EQ(UserString(mesh, L"Kestra_version"), L"0.2.9181.2064");
-
-  EXPECT_NEAR(TotalVolume(mesh), 1.0, kVolumeTolerance);
-  EXPECT_NEAR(VolumeWithReference(mesh, references, 3), kPlane, kVolumeTolerance);
-  EXPECT_NEAR(VolumeWithReference(mesh, references, 2), 1 - kPlane, kVolumeTolerance);
-  EXPECT_TRUE(IsConforming(mesh, 6.0, kAreaTolerance));
-  // Each element's reference names the side its centroid lies on.
-  for (int f = 0; f < mesh.FaceCount(); ++f) {
-    ON_3dPoint centroid(0, 0, 0);
-    for (int j = 0; j < 4; ++j)
-      centroid += 0.25 * ON_3dVector(Corner(mesh, f, j));
-    EXPECT_EQ(references[f], centroid.x < kPlane ? 3 : 2) << "element " << f;
-    EXPECT_GT(SignedTetraVolume(mesh, f), 0);
-  }
-  // Vertices come back in both precisions.
-  EXPECT_TRUE(mesh.HasSynchronizedDoubleAndSinglePrecisionVertices());
-}
-
-TEST_F(CubeCutByPlane, KeepRefLeavesOneSideTaggedWithIt) {
-  for (int keep : {2, 3}) {
-    CutResult cut = Cut(&cube, values.data(), keep);
+// Keeping both sides (0) or one (2 above the plane, 3 below): the kept volume is the
+// analytic one, the mesh stays conforming, every element is tagged with the side its centroid
+// lies on, and the interface is the unit cross-section whatever is kept.
+TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesAndInterface) {
+  for (int keep : {0, 2, 3}) {
+    SCOPED_TRACE(keep);
+    ON_Mesh interfaceMesh;
+    const CutResult cut = Cut(&cube, values.data(), keep, &interfaceMesh);
     ASSERT_EQ(cut.status, 0);
+    EXPECT_EQ(cut.error, "");
     const ON_Mesh& mesh = *cut.mesh;
     const std::vector<int> references = References(mesh);
     ASSERT_EQ(static_cast<int>(references.size()), mesh.FaceCount());
-    for (int ref : references)
-      EXPECT_EQ(ref, keep);
-    const double width = keep == 3 ? kPlane : 1 - kPlane;
-    EXPECT_NEAR(TotalVolume(mesh), width, kVolumeTolerance);
-    EXPECT_TRUE(IsConforming(mesh, 2 * (width + width + 1), kAreaTolerance));
-  }
-}
+    EXPECT_EQ(UserString(mesh, L"Kestra_version"), L"0.2.9181.2064");
+    EXPECT_TRUE(mesh.HasSynchronizedDoubleAndSinglePrecisionVertices());
 
-TEST_F(CubeCutByPlane, InterfaceLiesOnTheZeroLevelWhateverSideIsKept) {
-  for (int keep : {0, 2, 3}) {
-    ON_Mesh interfaceMesh;
-    CutResult cut = Cut(&cube, values.data(), keep, &interfaceMesh);
-    ASSERT_EQ(cut.status, 0);
+    const double below = keep == 2 ? 0 : kPlane, above = keep == 3 ? 0 : 1 - kPlane;
+    EXPECT_NEAR(VolumeWithReference(mesh, references, 3), below, kVolumeTolerance);
+    EXPECT_NEAR(VolumeWithReference(mesh, references, 2), above, kVolumeTolerance);
+    EXPECT_NEAR(TotalVolume(mesh), below + above, kVolumeTolerance);
+    const double width = below + above;
+    EXPECT_TRUE(IsConforming(mesh, 2 * (width + width + 1), kAreaTolerance));
+    for (int f = 0; f < mesh.FaceCount(); ++f) {
+      ON_3dPoint centroid(0, 0, 0);
+      for (int j = 0; j < 4; ++j)
+        centroid += 0.25 * ON_3dVector(Corner(mesh, f, j));
+      EXPECT_EQ(references[f], centroid.x < kPlane ? 3 : 2) << "element " << f;
+      EXPECT_TRUE(keep == 0 || references[f] == keep);
+      EXPECT_GT(SignedTetraVolume(mesh, f), 0);
+    }
+
     ASSERT_GT(interfaceMesh.FaceCount(), 0);
     EXPECT_FALSE(HasUserString(interfaceMesh, L"Kestra_version"));
     double area = 0;
@@ -195,7 +180,7 @@ TEST_F(CubeCutByPlane, InterfaceLiesOnTheZeroLevelWhateverSideIsKept) {
     }
     for (int v = 0; v < interfaceMesh.VertexCount(); ++v)
       EXPECT_NEAR(interfaceMesh.m_dV[v].x, kPlane, 1e-12);
-    EXPECT_NEAR(area, 1.0, 1e-9);  // the cross-section of the unit cube
+    EXPECT_NEAR(area, 1.0, 1e-9);
   }
 }
 
