@@ -57,54 +57,34 @@ struct MeshS {
   }
 };
 
-TEST(MmgCompatQuality, TetrahedronReferenceValues) {
-  const double h = std::sqrt(2.0 / 3.0), r = 1.0 / std::sqrt(3.0);
+// The regular, corner and right isosceles values through the exports are checked with the
+// quality exports; here the rounding of the regular value, a long path, the independence of
+// size and orientation, and the out-of-range answers.
+TEST(MmgCompatQuality, TetrahedraAndTriangles) {
+  const double h = std::sqrt(2.0 / 3.0), r = 1.0 / std::sqrt(3.0), s3 = std::sqrt(3.0);
   Mesh3d m;
-  ASSERT_EQ(1, m.Load({0, 0,   0,     1,    0, 0, 0.5, std::sqrt(3.0) / 2,
-                       0, 0.5, r / 2, h,  // regular
-                       0, 0,   0,     1,    0, 0, 0,   1,
-                       0, 0,   0,     1,  // corner
-                       0, 0,   0,     0,    1, 0, 1,   0,
-                       0, 0,   0,     1,  // reversed
-                       0, 0,   0,     1,    0, 0, 1,   1,
-                       0, 1,   1,     1,  // path
-                       0, 0,   0,     1e-3, 0, 0, 0,   1e-3,
-                       0, 0,   0,     1e-3},  // small corner
-                      {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
+  ASSERT_EQ(
+      1, m.Load({0, 0, 0, 1, 0,    0, 0.5,  s3 / 2, 0, 0.5, r / 2, h,      // regular
+                 0, 0, 0, 1, 0,    0, 1,    1,      0, 1,   1,     1,      // path
+                 0, 0, 0, 0, 1e-3, 0, 1e-3, 0,      0, 0,   0,     1e-3},  // small reversed corner
+                {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}));
   ASSERT_EQ(1, MMG3D_Chk_meshData(m.mesh, m.met));
   EXPECT_NEAR(0.999999999999999, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 1), 2e-15);
   EXPECT_LT(MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 1), 1.0);
-  EXPECT_NEAR(4.0 * std::sqrt(3.0) / 9.0, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 2), 1e-14);
-  // A negatively ordered tetrahedron is reoriented by the setter: same quality, not 0.
-  EXPECT_DOUBLE_EQ(MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 2),
-                   MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 3));
-  EXPECT_NEAR(0.657267, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 4), 1e-6);
-  // Quality does not depend on the size.
-  EXPECT_NEAR(MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 2),
-              MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 5), 1e-14);
-  // Out of range on either side: 0, no crash.
+  EXPECT_NEAR(0.657267, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 2), 1e-6);
+  EXPECT_NEAR(4.0 * s3 / 9.0, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 3), 1e-14);
   EXPECT_EQ(0.0, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 0));
-  EXPECT_EQ(0.0, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 6));
-}
+  EXPECT_EQ(0.0, MMG3D_Get_tetrahedronQuality(m.mesh, m.met, 4));
 
-TEST(MmgCompatQuality, TriangleReferenceValues) {
-  MeshS m;
-  ASSERT_EQ(1, m.Load({0, 0, 0, 1, 0, 0, 0.5, std::sqrt(3.0) / 2,
-                       0,  // equilateral
-                       0, 0, 0, 1, 0, 0, 0,   1,
-                       0,  // right isosceles
-                       0, 0, 0, 1, 1, 1, 2,   2,
-                       2,  // collinear
-                       0, 0, 0, 0, 1, 0, 1,   0,
-                       0},  // flipped right isosceles
-                      {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}));
-  ASSERT_EQ(1, MMGS_Chk_meshData(m.mesh, m.met));
-  EXPECT_NEAR(1.0, MMGS_Get_triangleQuality(m.mesh, m.met, 1), 1e-15);
-  EXPECT_NEAR(0.866025403784439, MMGS_Get_triangleQuality(m.mesh, m.met, 2), 1e-15);
-  EXPECT_EQ(0.0, MMGS_Get_triangleQuality(m.mesh, m.met, 3));
-  EXPECT_EQ(MMGS_Get_triangleQuality(m.mesh, m.met, 2), MMGS_Get_triangleQuality(m.mesh, m.met, 4));
-  EXPECT_EQ(0.0, MMGS_Get_triangleQuality(m.mesh, m.met, 0));
-  EXPECT_EQ(0.0, MMGS_Get_triangleQuality(m.mesh, m.met, 5));
+  MeshS t;
+  ASSERT_EQ(1, t.Load({0, 0, 0, 1, 1, 1, 2, 2, 2,   // collinear
+                       0, 0, 0, 0, 1, 0, 1, 0, 0},  // clockwise right isosceles
+                      {0, 1, 2, 3, 4, 5}));
+  ASSERT_EQ(1, MMGS_Chk_meshData(t.mesh, t.met));
+  EXPECT_EQ(0.0, MMGS_Get_triangleQuality(t.mesh, t.met, 1));
+  EXPECT_NEAR(s3 / 2, MMGS_Get_triangleQuality(t.mesh, t.met, 2), 1e-15);
+  EXPECT_EQ(0.0, MMGS_Get_triangleQuality(t.mesh, t.met, 0));
+  EXPECT_EQ(0.0, MMGS_Get_triangleQuality(t.mesh, t.met, 3));
 }
 
 TEST(MmgCompatSetters, ParameterKindsAndValues) {
