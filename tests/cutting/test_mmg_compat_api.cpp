@@ -6,56 +6,12 @@
 #include <cmath>
 #include <vector>
 
-#include "mmg/mmg3d/libmmg3d.h"
-#include "mmg/mmgs/libmmgs.h"
+#include "mmg_test_meshes.h"
 
 namespace {
 
-// One MMG3D mesh with its metric, released on scope exit.
-struct Mesh3d {
-  MMG5_pMesh mesh = nullptr;
-  MMG5_pSol met = nullptr;
-  MMG5_pSol ls = nullptr;
-  Mesh3d() {
-    EXPECT_EQ(1, MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met,
-                                 MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
-  }
-  ~Mesh3d() {
-    MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met, MMG5_ARG_ppLs, &ls,
-                   MMG5_ARG_end);
-  }
-  // Sets vertices and tetrahedra (0-based indices) and returns Set_tetrahedra's result.
-  int Load(std::vector<double> xyz, std::vector<MMG5_int> tets) {
-    const MMG5_int np = static_cast<MMG5_int>(xyz.size() / 3);
-    const MMG5_int ne = static_cast<MMG5_int>(tets.size() / 4);
-    EXPECT_EQ(1, MMG3D_Set_meshSize(mesh, np, ne, 0, 0, 0, 0));
-    EXPECT_EQ(1, MMG3D_Set_vertices(mesh, xyz.data(), nullptr));
-    for (MMG5_int& v : tets)
-      ++v;
-    return MMG3D_Set_tetrahedra(mesh, tets.data(), nullptr);
-  }
-};
-
-struct MeshS {
-  MMG5_pMesh mesh = nullptr;
-  MMG5_pSol met = nullptr;
-  MeshS() {
-    EXPECT_EQ(1, MMGS_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met,
-                                MMG5_ARG_end));
-  }
-  ~MeshS() {
-    MMGS_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met, MMG5_ARG_end);
-  }
-  int Load(std::vector<double> xyz, std::vector<MMG5_int> tris) {
-    const MMG5_int np = static_cast<MMG5_int>(xyz.size() / 3);
-    const MMG5_int nt = static_cast<MMG5_int>(tris.size() / 3);
-    EXPECT_EQ(1, MMGS_Set_meshSize(mesh, np, nt, 0));
-    EXPECT_EQ(1, MMGS_Set_vertices(mesh, xyz.data(), nullptr));
-    for (MMG5_int& v : tris)
-      ++v;
-    return MMGS_Set_triangles(mesh, tris.data(), nullptr);
-  }
-};
+using brindle::cut_test::Mesh3d;
+using brindle::cut_test::MeshS;
 
 // The regular, corner and right isosceles values through the exports are checked with the
 // quality exports; here the rounding of the regular value, a long path, the independence of

@@ -10,8 +10,7 @@
 #include <map>
 #include <vector>
 
-#include "mmg/mmg3d/libmmg3d.h"
-#include "mmg/mmgs/libmmgs.h"
+#include "mmg_test_meshes.h"
 #include "tetra_mesh_fixtures.h"
 
 namespace {
@@ -65,12 +64,12 @@ std::vector<double> Coordinates(const ON_Mesh& in) {
   return xyz;
 }
 
-// 1-based corners of the first `corners` vertices of every face.
+// The first `corners` vertices of every face.
 std::vector<MMG5_int> Corners(const ON_Mesh& in, int corners) {
   std::vector<MMG5_int> out;
   for (int f = 0; f < in.FaceCount(); ++f)
     for (int i = 0; i < corners; ++i)
-      out.push_back(in.m_F[f].vi[i] + 1);
+      out.push_back(in.m_F[f].vi[i]);
   return out;
 }
 
@@ -82,10 +81,9 @@ void StorePoints(const std::vector<double>& xyz, CutMesh<N>& out) {
 
 CutVolume CutWithMmg3d(const ON_Mesh& in, std::vector<double> values,
                        std::vector<MMG5_int> point_refs = {}, std::vector<MMG5_int> tet_refs = {}) {
-  MMG5_pMesh mesh = nullptr;
-  MMG5_pSol ls = nullptr;
-  EXPECT_EQ(
-      1, MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
+  Mesh3d handles;
+  MMG5_pMesh mesh = handles.mesh;
+  MMG5_pSol ls = handles.ls;
   MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_iso, 1);
   MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_nreg, 0);
   MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_noinsert, 1);
@@ -96,13 +94,9 @@ CutVolume CutWithMmg3d(const ON_Mesh& in, std::vector<double> values,
   MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_angle, 0);
 
   const MMG5_int np = in.m_dV.Count(), ne = in.FaceCount();
-  std::vector<double> xyz = Coordinates(in);
-  std::vector<MMG5_int> tets = Corners(in, 4);
   point_refs.resize(np, 0);
   tet_refs.resize(ne, 0);
-  EXPECT_EQ(1, MMG3D_Set_meshSize(mesh, np, ne, 0, 0, 0, 0));
-  EXPECT_EQ(1, MMG3D_Set_vertices(mesh, xyz.data(), point_refs.data()));
-  EXPECT_EQ(1, MMG3D_Set_tetrahedra(mesh, tets.data(), tet_refs.data()));
+  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, 4), point_refs.data(), tet_refs.data()));
   EXPECT_EQ(1, MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, np, MMG5_Scalar));
   EXPECT_EQ(1, MMG3D_Set_scalarSols(ls, values.data()));
   EXPECT_EQ(1, MMG3D_Chk_meshData(mesh, ls));
@@ -127,18 +121,14 @@ CutVolume CutWithMmg3d(const ON_Mesh& in, std::vector<double> values,
     out.tris.push_back({a - 1, b - 1, c - 1});
     out.tri_refs.push_back(ref);
   }
-  MMG5_pSol never = nullptr;
-  MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &never, MMG5_ARG_ppLs, &ls,
-                 MMG5_ARG_end);
   return out;
 }
 
 CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
                        std::vector<MMG5_int> point_refs = {}) {
-  MMG5_pMesh mesh = nullptr;
-  MMG5_pSol ls = nullptr;
-  EXPECT_EQ(
-      1, MMGS_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
+  MeshS handles;
+  MMG5_pMesh mesh = handles.mesh;
+  MMG5_pSol ls = handles.ls;
   MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_iso, 1);
   MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_nreg, 0);
   MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_noinsert, 1);
@@ -149,13 +139,9 @@ CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
   MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_angle, 0);
 
   const MMG5_int np = in.m_dV.Count(), nt = in.FaceCount();
-  std::vector<double> xyz = Coordinates(in);
-  std::vector<MMG5_int> tris = Corners(in, 3);
   point_refs.resize(np, 0);
   std::vector<MMG5_int> tri_refs(nt, 0);
-  EXPECT_EQ(1, MMGS_Set_meshSize(mesh, np, nt, 0));
-  EXPECT_EQ(1, MMGS_Set_vertices(mesh, xyz.data(), point_refs.data()));
-  EXPECT_EQ(1, MMGS_Set_triangles(mesh, tris.data(), tri_refs.data()));
+  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, 3), point_refs.data(), tri_refs.data()));
   EXPECT_EQ(1, MMGS_Set_solSize(mesh, ls, MMG5_Vertex, np, MMG5_Scalar));
   EXPECT_EQ(1, MMGS_Set_scalarSols(ls, values.data()));
   EXPECT_EQ(1, MMGS_Chk_meshData(mesh, ls));
@@ -175,7 +161,6 @@ CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
     out.elements.push_back({a - 1, b - 1, c - 1});
     out.element_refs.push_back(ref);
   }
-  MMGS_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
   return out;
 }
 
@@ -183,31 +168,19 @@ CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
 // when there are none.
 int LevelSetStatus(bool volume, std::vector<double> xyz, std::vector<MMG5_int> elements,
                    std::vector<double> values) {
-  MMG5_pMesh mesh = nullptr;
-  MMG5_pSol ls = nullptr;
-  const MMG5_int np = static_cast<MMG5_int>(xyz.size() / 3);
   const MMG5_int ns = static_cast<MMG5_int>(values.size());
-  int status = -1;
   if (volume) {
-    MMG3D_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-    MMG3D_Set_meshSize(mesh, np, static_cast<MMG5_int>(elements.size() / 4), 0, 0, 0, 0);
-    MMG3D_Set_vertices(mesh, xyz.data(), nullptr);
-    if (!elements.empty()) MMG3D_Set_tetrahedra(mesh, elements.data(), nullptr);
-    if (ns) MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, ns, MMG5_Scalar);
-    if (ns) MMG3D_Set_scalarSols(ls, values.data());
-    status = MMG3D_mmg3dls(mesh, ls, nullptr);
-    MMG3D_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-  } else {
-    MMGS_Init_mesh(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
-    MMGS_Set_meshSize(mesh, np, static_cast<MMG5_int>(elements.size() / 3), 0);
-    MMGS_Set_vertices(mesh, xyz.data(), nullptr);
-    MMGS_Set_triangles(mesh, elements.data(), nullptr);
-    if (ns) MMGS_Set_solSize(mesh, ls, MMG5_Vertex, ns, MMG5_Scalar);
-    if (ns) MMGS_Set_scalarSols(ls, values.data());
-    status = MMGS_mmgsls(mesh, ls, nullptr);
-    MMGS_Free_all(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppLs, &ls, MMG5_ARG_end);
+    Mesh3d m;
+    m.Load(xyz, elements);
+    if (ns) MMG3D_Set_solSize(m.mesh, m.ls, MMG5_Vertex, ns, MMG5_Scalar);
+    if (ns) MMG3D_Set_scalarSols(m.ls, values.data());
+    return MMG3D_mmg3dls(m.mesh, m.ls, nullptr);
   }
-  return status;
+  MeshS m;
+  m.Load(xyz, elements);
+  if (ns) MMGS_Set_solSize(m.mesh, m.ls, MMG5_Vertex, ns, MMG5_Scalar);
+  if (ns) MMGS_Set_scalarSols(m.ls, values.data());
+  return MMGS_mmgsls(m.mesh, m.ls, nullptr);
 }
 
 // Faces and their owners, the outer boundary and the interface as the tetrahedra define them.
@@ -296,16 +269,16 @@ TEST(MmgCompatLevelSet, FailureReturns) {
   const std::vector<double> corner = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
   std::vector<double> fifth = corner;
   fifth.insert(fifth.end(), {1, 1, 1});
-  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, corner, {1, 2, 3, 4}, {}));  // no values
-  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, fifth, {1, 2, 3, 4}, {1, 1, 1, -1}));
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, corner, {0, 1, 2, 3}, {}));  // no values
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, fifth, {0, 1, 2, 3}, {1, 1, 1, -1}));
   EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, {0, 0, 0, 1, 0, 0}, {}, {1, -1}));
   // A flat element stops the setter, and the cut then fails on the input quality.
   EXPECT_EQ(MMG5_LOWFAILURE, LevelSetStatus(true, {0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0},
                                             {1, 2, 3, 4}, {1, 1, 1, -1}));
 
   const std::vector<double> square = {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0};
-  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(false, square, {1, 2, 3, 1, 3, 4}, {1, -1, 1}));
-  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(false, {0, 0, 0, 1, 0, 0, 1, 1, 0}, {1, 2, 3}, {}));
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(false, square, {0, 1, 2, 0, 2, 3}, {1, -1, 1}));
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(false, {0, 0, 0, 1, 0, 0, 1, 1, 0}, {0, 1, 2}, {}));
   // A degenerate triangle fails the input quality test but leaves a usable mesh.
   ON_Mesh flat = SquarePlate(1);
   AddVertex(flat, 2, 0, 0);
