@@ -13,26 +13,17 @@ namespace {
 
 using namespace cut_test;
 
-ON_Mesh RegularTetrahedron() {
-  ON_Mesh mesh;
-  AddVertex(mesh, 1, 1, 1);
-  AddVertex(mesh, 1, -1, -1);
-  AddVertex(mesh, -1, 1, -1);
-  AddVertex(mesh, -1, -1, 1);
-  AddTetrahedron(mesh, 0, 1, 2, 3);
-  if (SignedTetraVolume(mesh, 0) < 0) std::swap(mesh.m_F[0].vi[2], mesh.m_F[0].vi[3]);
-  return mesh;
-}
-
 TEST(QualityMmg, TetrahedraOnMmgsScale) {
-  ON_Mesh mesh = RegularTetrahedron();
-  // The corner tetrahedron, once as given and once inverted: MMG reorients it on input.
-  const int base = mesh.VertexCount();
+  // The regular tetrahedron, then the corner one once as given and once inverted: MMG
+  // reorients elements on input.
+  ON_Mesh mesh;
   for (const auto& p :
-       {ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)})
+       {ON_3dPoint(1, 1, 1), ON_3dPoint(1, -1, -1), ON_3dPoint(-1, 1, -1), ON_3dPoint(-1, -1, 1),
+        ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)})
     AddVertex(mesh, p.x, p.y, p.z);
-  AddTetrahedron(mesh, base, base + 1, base + 2, base + 3);
-  AddTetrahedron(mesh, base, base + 2, base + 1, base + 3);
+  AddTetrahedron(mesh, 0, 1, 2, 3);
+  AddTetrahedron(mesh, 4, 5, 6, 7);
+  AddTetrahedron(mesh, 4, 6, 5, 7);
   // Colours become MMG vertex references and must not change the measure.
   for (int i = 0; i < mesh.VertexCount(); ++i)
     mesh.m_C.Append(ON_Color(200, 10, 10));
@@ -63,28 +54,22 @@ TEST(QualityMmg, TrianglesOnMmgsScale) {
 }
 
 TEST(QualityMmg, RefusalsNameTheMmgStepAndLeaveTheOutputAlone) {
-  struct Case {
-    ON_Mesh mesh;
-    int tetraStatus;
-    std::string tetraMessage;
-  };
-  std::vector<Case> cases;
-
-  ON_Mesh floatOnly = RegularTetrahedron();
+  ON_Mesh floatOnly = CornerTetrahedron();
   floatOnly.m_dV.Destroy();
-  cases.push_back({floatOnly, 1, "MMG3D_Set_meshSize failed"});
-
   ON_Mesh flat;
   for (int i = 0; i < 4; ++i)
     AddVertex(flat, i, 2 * i, 0);
   AddTetrahedron(flat, 0, 1, 2, 3);
-  cases.push_back({flat, 3, "MMG3D_Set_tetrahedra failed"});
-
-  ON_Mesh outside = RegularTetrahedron();
+  ON_Mesh outside = CornerTetrahedron();
   outside.m_F[0].vi[1] = -4;
-  cases.push_back({outside, 3, "MMG3D_Set_tetrahedra failed"});
-
-  for (const Case& c : cases) {
+  const struct {
+    const ON_Mesh& mesh;
+    int tetraStatus;
+    std::string tetraMessage;
+  } cases[] = {{floatOnly, 1, "MMG3D_Set_meshSize failed"},
+               {flat, 3, "MMG3D_Set_tetrahedra failed"},
+               {outside, 3, "MMG3D_Set_tetrahedra failed"}};
+  for (const auto& c : cases) {
     double quality[1] = {-7};
     char error[1024] = "stale";
     EXPECT_EQ(qual(&c.mesh, quality, error), c.tetraStatus);
@@ -94,7 +79,7 @@ TEST(QualityMmg, RefusalsNameTheMmgStepAndLeaveTheOutputAlone) {
 
   double quality[1] = {-7};
   char error[1024] = "stale";
-  ON_Mesh noTriangles = RegularTetrahedron();
+  ON_Mesh noTriangles = CornerTetrahedron();
   noTriangles.m_F.SetCount(0);  // MMGS wants points and triangles
   EXPECT_EQ(qualS(&noTriangles, quality, error), 1);
   EXPECT_STREQ(error, "MMGS_Set_meshSize failed");
