@@ -5,6 +5,8 @@ set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 out="$root/build/check-study"
 rm -rf "$out"
+# Reuse the Release tree of the test run when there is one.
+[ -f "$root/build/release/CMakeCache.txt" ] && export BRINDLE_STUDY_BUILD_DIR="$root/build/release"
 bash "$root/tools/run-study.sh" --output "$out"
 summary="$out/summary.json"
 

@@ -7,7 +7,11 @@
 
 namespace brindle::study {
 
-#if defined(__GNUC__)
+// printf-style formatting into a string. On MinGW the C++ runtime uses the C99-conforming
+// stdio, so the arguments are checked as GNU formats there (%zu, %lld).
+#if defined(__MINGW32__)
+__attribute__((format(gnu_printf, 1, 2)))
+#elif defined(__GNUC__)
 __attribute__((format(printf, 1, 2)))
 #endif
 std::string
