@@ -375,7 +375,7 @@ TEST(MmgCompatLevelSet3d, CubeCutByPlaneOrSphereIsConforming) {
   // Cut points interpolate the level set linearly along edges of length L <= h*sqrt(3), so
   // they sit within L^2 / (8 r) = 0.034 of the sphere.
   CheckCutCube(cut, sphere, 0.034);
-  EXPECT_NEAR(4.0 / 3.0 * M_PI * 0.343, cut.VolumeOf(MG_MINUS), 0.1);
+  EXPECT_NEAR(4.0 / 3.0 * 3.141592653589793 * 0.343, cut.VolumeOf(MG_MINUS), 0.1);
 }
 
 // Surface of the unit cube: the 2 x 2 plate laid on every face, outward, vertices merged.
