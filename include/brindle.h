@@ -14,9 +14,14 @@
 #ifndef BRINDLE_H
 #define BRINDLE_H
 
+/* On Windows, code that may be linked either against brindle.dll or directly against the
+ * library's objects (a test program) defines BRINDLE_NO_IMPORT: its calls then go through the
+ * import library's thunks instead of __declspec(dllimport). */
 #if defined(_WIN32)
 #  if defined(BRINDLE_BUILDING)
 #    define BRINDLE_API __declspec(dllexport)
+#  elif defined(BRINDLE_NO_IMPORT)
+#    define BRINDLE_API
 #  else
 #    define BRINDLE_API __declspec(dllimport)
 #  endif
