@@ -6,32 +6,30 @@
 
 namespace {
 
-void ExpectRgb(double t, int red, int green, int blue) {
-  int rgb[3] = {-1, -1, -1};
-  HeatColor(t, &rgb[0], &rgb[1], &rgb[2]);
-  EXPECT_EQ(rgb[0], red) << "t = " << t;
-  EXPECT_EQ(rgb[1], green) << "t = " << t;
-  EXPECT_EQ(rgb[2], blue) << "t = " << t;
-}
-
-TEST(HeatColor, RampKnotsWithTruncatedPowerBrightening) {
+TEST(HeatColor, RampKnotsClampAndNotANumber) {
   // 146 is the truncation of 0.5^0.8 * 255; 202 that of 0.75^0.8 * 255.
-  ExpectRgb(0.0, 0, 0, 146);
-  ExpectRgb(0.0625, 0, 0, 202);
-  ExpectRgb(0.125, 0, 0, 255);
-  ExpectRgb(0.25, 0, 146, 255);
-  ExpectRgb(0.375, 0, 255, 255);
-  ExpectRgb(0.5, 146, 255, 146);
-  ExpectRgb(0.625, 255, 255, 0);
-  ExpectRgb(0.75, 255, 146, 0);
-  ExpectRgb(0.875, 255, 0, 0);
-  ExpectRgb(1.0, 146, 0, 0);
-}
-
-TEST(HeatColor, ClampsOutOfRangeAndNotANumber) {
-  ExpectRgb(-3.0, 0, 0, 146);
-  ExpectRgb(std::numeric_limits<double>::quiet_NaN(), 0, 0, 146);
-  ExpectRgb(7.0, 146, 0, 0);
+  const struct {
+    double t;
+    int rgb[3];
+  } table[] = {{0.0, {0, 0, 146}},
+               {0.0625, {0, 0, 202}},
+               {0.125, {0, 0, 255}},
+               {0.25, {0, 146, 255}},
+               {0.375, {0, 255, 255}},
+               {0.5, {146, 255, 146}},
+               {0.625, {255, 255, 0}},
+               {0.75, {255, 146, 0}},
+               {0.875, {255, 0, 0}},
+               {1.0, {146, 0, 0}},
+               {-3.0, {0, 0, 146}},
+               {7.0, {146, 0, 0}},
+               {std::numeric_limits<double>::quiet_NaN(), {0, 0, 146}}};
+  for (const auto& row : table) {
+    int rgb[3] = {-1, -1, -1};
+    HeatColor(row.t, &rgb[0], &rgb[1], &rgb[2]);
+    for (int c = 0; c < 3; ++c)
+      EXPECT_EQ(rgb[c], row.rgb[c]) << "t = " << row.t << " channel " << c;
+  }
   int green = -1;
   HeatColor(0.5, nullptr, &green, nullptr);  // null channels are skipped
   EXPECT_EQ(green, 255);
