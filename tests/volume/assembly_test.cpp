@@ -1,6 +1,5 @@
 // The solver's internals where the exports cannot reach: the column-bucket assembly against
-// the plain triplet route, solvers without free or fixed vertices, the silent update path and
-// the thread team.
+// the plain triplet route, and the thread team.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -80,50 +79,6 @@ TEST(VolumeAssembly, ColumnBucketsMatchTripletsBitForBit) {
   for (unsigned seed : {1u, 2u, 3u})
     ExpectAssemblyMatchesTriplets(ShuffledBox(seed));
   ExpectAssemblyMatchesTriplets(SingleTetrahedron());  // no free block
-  Mesh noneFixed = Box(2);
-  noneFixed.high.clear();
-  noneFixed.low.clear();
-  ExpectAssemblyMatchesTriplets(noneFixed);  // no coupling block
-}
-
-// Without fixed vertices the right-hand side is zero and so is the answer; with only fixed
-// vertices the solve just writes them.
-TEST(VolumeAssembly, SolverWithoutFreeOrFixedVertices) {
-  for (bool allFixed : {false, true}) {
-    Mesh mesh = Box(2);
-    mesh.high.clear();
-    mesh.low.clear();
-    for (int v = 0; allFixed && v < mesh.VertexCount(); ++v)
-      mesh.low.push_back(v);
-    int code = -1;
-    testing::internal::CaptureStdout();
-    brindle::brindle solver(ModelOf(mesh), 1e-3, &code, nullptr);
-    testing::internal::GetCapturedStdout();
-    ASSERT_EQ(code, 0);
-    EXPECT_EQ(solver.Solve(), 0);
-    std::vector<double> t(mesh.VertexCount(), 1.0);
-    solver.CopyTemperatures(t.data());
-    EXPECT_EQ(t, std::vector<double>(mesh.VertexCount(), allFixed ? -13.1 : 0.0));
-    EXPECT_EQ(solver.Residual(), 0.0);
-    EXPECT_EQ(solver.Status(), 0);
-  }
-}
-
-// A count other than the material count is ignored after the trace.
-TEST(VolumeAssembly, UpdateWithWrongCountChangesNothing) {
-  int code = -1;
-  testing::internal::CaptureStdout();
-  brindle::brindle solver(ModelOf(Box(2, 0.2)), 1e-3, &code, nullptr);
-  testing::internal::GetCapturedStdout();
-  ASSERT_EQ(code, 0);
-  const Eigen::SparseMatrix<double> before = solver.FreeMatrix();
-  std::string message;
-  testing::internal::CaptureStdout();
-  EXPECT_EQ(solver.UpdateConductivities({5.0, 6.0}, message), 0);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            "Updating conductivities to 5.000000 6.000000\n");
-  EXPECT_EQ(message, "");
-  ExpectIdentical(solver.FreeMatrix(), before);
 }
 
 TEST(VolumeThreads, TeamGetsOnlyIdleCores) {

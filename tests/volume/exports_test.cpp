@@ -7,27 +7,10 @@
 #include <functional>
 #include <limits>
 
-#include "volume/allocation_guard.h"
 #include "volume/volume_fixtures.h"
 
 namespace volume_test {
 namespace {
-
-// The arguments of poissonmallocvol, editable one by one.
-struct Arguments {
-  explicit Arguments(const Mesh& m) : mesh(m) {}
-  int Call(void const** handle, char* error) {
-    char detail[2000];
-    return poissonmallocvol(n, xyz, t, tets, mats, m, k, hc, hi, lc, lo, 1e-3, nullptr, detail,
-                            handle, error);
-  }
-  Mesh mesh;
-  int n = mesh.VertexCount(), t = mesh.TetrahedronCount(), m = 1;
-  int hc = int(mesh.high.size()), lc = int(mesh.low.size());
-  double *xyz = mesh.coordinates.data(), *k = mesh.conductivities.data();
-  int *tets = mesh.tetrahedra.data(), *mats = mesh.materials.data();
-  int *hi = mesh.high.data(), *lo = mesh.low.data();
-};
 
 // Each edit makes the input unusable: 21 with a null handle, before anything is allocated.
 TEST(VolumeExports, RefusesBadInputBeforeAllocating) {

@@ -51,18 +51,20 @@ Mesh Box(int cells, double jitter) {
   return mesh;
 }
 
+int Arguments::Call(void const** handle, char* error, char* detail) {
+  char scratch[2000];
+  return poissonmallocvol(n, xyz, t, tets, mats, m, k, hc, hi, lc, lo, mesh.tolerance, nullptr,
+                          detail ? detail : scratch, handle, error);
+}
+
 void Create(const Mesh& mesh, Created& created) {
-  Mesh copy = mesh;  // the export takes non-const arrays
+  Arguments arguments(mesh);
   char error[1024] = "stale";
   char detail[2000] = "";
   void const* handle = reinterpret_cast<void const*>(&created);  // must be overwritten
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
-  created.status = poissonmallocvol(
-      copy.VertexCount(), copy.coordinates.data(), copy.TetrahedronCount(), copy.tetrahedra.data(),
-      copy.materials.data(), int(copy.conductivities.size()), copy.conductivities.data(),
-      int(copy.high.size()), copy.high.data(), int(copy.low.size()), copy.low.data(),
-      copy.tolerance, nullptr, detail, &handle, error);
+  created.status = arguments.Call(&handle, error, detail);
   created.out = testing::internal::GetCapturedStdout();
   created.err = testing::internal::GetCapturedStderr();
   created.handle = const_cast<void*>(handle);

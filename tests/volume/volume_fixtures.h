@@ -1,9 +1,11 @@
-// Small tetrahedral meshes and a thin wrapper around the creating export for the volume tests.
+// Small tetrahedral meshes, a thin wrapper around the creating export and an allocation guard
+// for the volume tests.
 #ifndef BRINDLE_TESTS_VOLUME_FIXTURES_H
 #define BRINDLE_TESTS_VOLUME_FIXTURES_H
 
 #include <brindle.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -30,6 +32,18 @@ Mesh SingleTetrahedron();
 // material interface planes x = const.
 Mesh Box(int cells, double jitter = 0.0);
 
+// The arguments of poissonmallocvol, editable one by one.
+struct Arguments {
+  explicit Arguments(const Mesh& m) : mesh(m) {}
+  int Call(void const** handle, char* error, char* detail = nullptr);
+  Mesh mesh;
+  int n = mesh.VertexCount(), t = mesh.TetrahedronCount(), m = int(mesh.conductivities.size());
+  int hc = int(mesh.high.size()), lc = int(mesh.low.size());
+  double *xyz = mesh.coordinates.data(), *k = mesh.conductivities.data();
+  int *tets = mesh.tetrahedra.data(), *mats = mesh.materials.data();
+  int *hi = mesh.high.data(), *lo = mesh.low.data();
+};
+
 // Result of poissonmallocvol with everything it wrote.
 struct Created {
   int status = -1;
@@ -43,6 +57,16 @@ void Create(const Mesh& mesh, Created& created);
 
 // Solves through poissonsolve, expecting success.
 std::vector<double> Solve(void* handle, int vertexCount);
+
+// While alive, counts operator-new allocations; the allocation with index `failAt` (0-based)
+// and every one after it throw std::bad_alloc. A negative failAt only counts. Shows that an
+// export allocates nothing before refusing bad input and reports running out of memory.
+class AllocationGuard {
+ public:
+  explicit AllocationGuard(std::int64_t failAt = -1);
+  ~AllocationGuard();
+  std::int64_t Count() const;
+};
 
 }  // namespace volume_test
 
