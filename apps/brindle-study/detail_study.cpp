@@ -30,18 +30,8 @@ DetailRun SolveDetail(const Detail& detail, const MeshSizes& sizes) {
 }
 
 void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair) {
-  VtkFields fields;
-  std::vector<double> celsius;
-  for (double t : run.solution.temperature)
-    celsius.push_back(pair.Celsius(t));
-  fields.pointScalars = {{"temperature_C", celsius},
-                         {"temperature_factor", run.solution.temperature}};
-  std::vector<Point> heatFlux;
-  for (const Point& q : run.solution.flux)
-    heatFlux.push_back(-pair.Difference() * q);
-  fields.cellVectors = {{"heat_flux_W_per_m2", heatFlux}};
-  fields.cellIntegers = {{"material", run.mesh.region}};
-  WriteVtk(path, "brindle-study 3-D detail", run.mesh, fields);
+  WriteVtk(path, "brindle-study 3-D detail", run.mesh,
+           TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair));
 }
 
 JsonObject RunSteelExample(const Options& options, const Progress& progress) {

@@ -101,19 +101,8 @@ SvgPicture SectionPicture(const SectionRun& run, const TemperaturePair& pair,
 }
 
 void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair) {
-  VtkFields fields;
-  std::vector<double> celsius;
-  for (double t : run.solution.temperature)
-    celsius.push_back(pair.Celsius(t));
-  fields.pointScalars = {{"temperature_C", celsius},
-                         {"temperature_factor", run.solution.temperature}};
-  // Heat flows from warm to cold, against the temperature gradient.
-  std::vector<Point> heatFlux;
-  for (const Point& q : run.solution.flux)
-    heatFlux.push_back(-pair.Difference() * q);
-  fields.cellVectors = {{"heat_flux_W_per_m2", heatFlux}};
-  fields.cellIntegers = {{"material", run.mesh.region}};
-  WriteVtk(path, "brindle-study 2-D section", run.mesh, fields);
+  WriteVtk(path, "brindle-study 2-D section", run.mesh,
+           TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair));
 }
 
 namespace {

@@ -3,6 +3,8 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "geometry.h"
+
 namespace brindle::study {
 namespace {
 
@@ -48,6 +50,22 @@ void Write(const std::string& path, const std::string& title, const std::vector<
 }
 
 }  // namespace
+
+VtkFields TemperatureFields(const std::vector<double>& factor,
+                            const std::vector<Point>& factorGradientFlux,
+                            const std::vector<int>& region, const TemperaturePair& pair) {
+  VtkFields fields;
+  std::vector<double> celsius;
+  for (double t : factor)
+    celsius.push_back(pair.Celsius(t));
+  fields.pointScalars = {{"temperature_C", celsius}, {"temperature_factor", factor}};
+  std::vector<Point> heatFlux;
+  for (const Point& q : factorGradientFlux)
+    heatFlux.push_back(-pair.Difference() * q);
+  fields.cellVectors = {{"heat_flux_W_per_m2", heatFlux}};
+  fields.cellIntegers = {{"material", region}};
+  return fields;
+}
 
 void WriteVtk(const std::string& path, const std::string& title, const TriMesh& mesh,
               const VtkFields& fields) {

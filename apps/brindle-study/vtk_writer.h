@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model.h"
+#include "report.h"
 
 namespace brindle::study {
 
@@ -15,6 +16,13 @@ struct VtkFields {
   std::vector<std::pair<std::string, std::vector<Point>>> cellVectors;
   std::vector<std::pair<std::string, std::vector<int>>> cellIntegers;
 };
+
+// The fields of a solved study: temperature per vertex in degrees Celsius and as the factor the
+// solvers work in, heat flux per element for the temperature pair (heat flows from warm to cold,
+// against the factor's gradient), and the material of each element.
+VtkFields TemperatureFields(const std::vector<double>& factor,
+                            const std::vector<Point>& factorGradientFlux,
+                            const std::vector<int>& region, const TemperaturePair& pair);
 
 // Writes triangles (VTK type 5) or tetrahedra (type 10) with the given fields. Field names
 // must not contain blanks. Throws std::runtime_error when the file cannot be written.
