@@ -84,8 +84,8 @@ namespace Brindle.Tests
             });
 
             Console.Error.WriteLine(
-                "       volume solver of {0} vertices ~{1:F0} kB kept alive; resident growth over " +
-                "{2} rounds: disposed {3} kB, finalised {4} kB, surface {5} kB",
+                "       volume solver of {0} vertices ~{1:F0} kB kept alive; resident growth " +
+                "over {2} rounds: disposed {3} kB, finalised {4} kB, surface {5} kB",
                 Cube.VertexCount, perSolver, rounds, disposed, finalised, surfaceSquare);
             // A leak of every solver would grow by rounds x perSolver; allow 2 % of that.
             double bound = Math.Max(0.02 * rounds * perSolver, 4096);

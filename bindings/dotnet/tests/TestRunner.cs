@@ -61,7 +61,7 @@ namespace Brindle.Tests
     {
         private static readonly Type[] Suites = {
             typeof(VolumeSolverTests), typeof(SurfaceAndMeshTests), typeof(HandleReleaseTests),
-            typeof(ColorAndEncodingTests),
+            typeof(ColorAndEncodingTests), typeof(DeclarationTests),
         };
 
         private static int Main(string[] args)
@@ -82,14 +82,15 @@ namespace Brindle.Tests
                     {
                         test.Invoke(null, null);
                         passed++;
-                        Console.Error.WriteLine("ok     {0} ({1} ms)", name, clock.ElapsedMilliseconds);
+                        Console.Error.WriteLine("ok     {0} ({1} ms)", name,
+                                                clock.ElapsedMilliseconds);
                     }
                     catch (TargetInvocationException e)
                     {
                         failed++;
                         Exception cause = e.InnerException;
-                        Console.Error.WriteLine("FAILED {0}: {1}", name,
-                                                cause is CheckFailed ? cause.Message : cause.ToString());
+                        string why = cause is CheckFailed ? cause.Message : cause.ToString();
+                        Console.Error.WriteLine("FAILED {0}: {1}", name, why);
                     }
                 }
             }

@@ -33,7 +33,9 @@ namespace Brindle
             return NativeMethods.encode_integer_to_sphere(value, out x, out y, out z) == 0;
         }
 
-        /// <summary>The integer stored in (x, y, z) or in its negation; -1 for the marker.</summary>
+        /// <summary>
+        /// The integer stored in (x, y, z) or in its negation; -1 for the marker.
+        /// </summary>
         public static int Decode(float x, float y, float z)
         {
             return NativeMethods.decode_integer_from_sphere(x, y, z);

@@ -6,7 +6,9 @@ namespace Brindle
     /// <summary>The caller-side text buffers of the exports and the status check.</summary>
     internal static class ErrorBuffer
     {
-        /// <summary>Size of every `error` buffer: 1023 characters and the terminating zero.</summary>
+        /// <summary>
+        /// Size of every `error` buffer: 1023 characters and the terminating zero.
+        /// </summary>
         internal const int Size = 1024;
 
         /// <summary>Size of the `detail` buffer of poissonmallocvol.</summary>
@@ -17,7 +19,9 @@ namespace Brindle
             return new byte[Size];
         }
 
-        /// <summary>The zero-terminated text at the start of a buffer (ASCII from the library).</summary>
+        /// <summary>
+        /// The zero-terminated text at the start of a buffer (ASCII from the library).
+        /// </summary>
         internal static string Read(byte[] buffer)
         {
             if (buffer == null) return string.Empty;
@@ -29,7 +33,8 @@ namespace Brindle
         /// <summary>Throws a BrindleException for a non-zero status.</summary>
         internal static void Check(string function, int status, byte[] error, byte[] detail = null)
         {
-            if (status != 0) throw new BrindleException(function, status, Read(error), Read(detail));
+            if (status != 0)
+                throw new BrindleException(function, status, Read(error), Read(detail));
         }
     }
 }

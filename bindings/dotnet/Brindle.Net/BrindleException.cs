@@ -27,7 +27,9 @@ namespace Brindle
         /// <summary>The library's message exactly as written, or empty.</summary>
         public string LibraryMessage { get; }
 
-        /// <summary>The sentence of a failed mesh check (poissonmallocvol 22-25), or empty.</summary>
+        /// <summary>
+        /// The sentence of a failed mesh check (poissonmallocvol 22-25), or empty.
+        /// </summary>
         public string Detail { get; }
 
         // The library's own words come first so that a host can show Message as it is; a status

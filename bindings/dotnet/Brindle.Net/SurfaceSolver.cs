@@ -2,13 +2,19 @@ using System;
 
 namespace Brindle
 {
-    /// <summary>Element formulations of the surface solver; all give the same Laplace operator.</summary>
+    /// <summary>
+    /// Element formulations of the surface solver; all give the same Laplace operator.
+    /// </summary>
     public enum SurfaceMethod
     {
-        /// <summary>Gradient form; writes a "Conductivity" trace line per face to standard output.</summary>
+        /// <summary>
+        /// Gradient form; writes a "Conductivity" trace line per face to standard output.
+        /// </summary>
         Gradient = 0,
 
-        /// <summary>Edge cotangents, harmonic mean of the conductivities across region edges.</summary>
+        /// <summary>
+        /// Edge cotangents, harmonic mean of the conductivities across region edges.
+        /// </summary>
         EdgeCotangents = 1,
 
         /// <summary>Per-vertex rows of cotangent weights.</summary>
@@ -40,10 +46,16 @@ namespace Brindle
         /// <param name="mesh">A native ON_Mesh* owned by the host.</param>
         /// <param name="vertexCount">The mesh's vertex count.</param>
         /// <param name="faceCount">The mesh's face count.</param>
-        /// <param name="faceRegions">One region number (>= 0) per face, or null for region 0.</param>
+        /// <param name="faceRegions">
+        /// One region number (>= 0) per face, or null for region 0.
+        /// </param>
         /// <param name="method">The element formulation.</param>
-        /// <exception cref="ArgumentException">faceRegions does not hold faceCount values.</exception>
-        /// <exception cref="BrindleException">The library refused the mesh or the method.</exception>
+        /// <exception cref="ArgumentException">
+        /// faceRegions does not hold faceCount values.
+        /// </exception>
+        /// <exception cref="BrindleException">
+        /// The library refused the mesh or the method.
+        /// </exception>
         public SurfaceSolver(IntPtr mesh, int vertexCount, int faceCount, int[] faceRegions,
                              SurfaceMethod method = SurfaceMethod.EdgeVectors)
         {
@@ -56,7 +68,8 @@ namespace Brindle
             RegionCount = CountRegions(faceRegions);
 
             byte[] error = ErrorBuffer.New();
-            int status = NativeMethods.sldmMalloc(mesh, faceRegions, (int)method, out handle, error);
+            int status =
+                NativeMethods.sldmMalloc(mesh, faceRegions, (int)method, out handle, error);
             if (status != 0)
             {
                 handle.Dispose();
@@ -93,7 +106,9 @@ namespace Brindle
                               error);
         }
 
-        /// <summary>Solves and returns the temperature of every vertex in the mesh's order.</summary>
+        /// <summary>
+        /// Solves and returns the temperature of every vertex in the mesh's order.
+        /// </summary>
         public double[] Solve()
         {
             double[] temperatures = new double[VertexCount];
@@ -127,7 +142,9 @@ namespace Brindle
             ErrorBuffer.Check("sldmsolve", status, error);
         }
 
-        /// <summary>Releases the native solver; later calls throw ObjectDisposedException.</summary>
+        /// <summary>
+        /// Releases the native solver; later calls throw ObjectDisposedException.
+        /// </summary>
         public void Dispose()
         {
             handle.Dispose();

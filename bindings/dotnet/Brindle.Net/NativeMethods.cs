@@ -28,9 +28,10 @@ namespace Brindle
         // ---- Volume conduction solver ----------------------------------------------------------
 
         // int poissonmallocvol(int vertexCount, double* coordinates, int tetrahedronCount,
-        //     int* tetrahedra, int* tetrahedronMaterials, int materialCount, double* conductivities,
-        //     int highCount, int* highVertices, int lowCount, int* lowVertices, double tolerance,
-        //     int* reserved, char* detail, void const** handle, char* error)
+        //     int* tetrahedra, int* tetrahedronMaterials, int materialCount,
+        //     double* conductivities, int highCount, int* highVertices, int lowCount,
+        //     int* lowVertices, double tolerance, int* reserved, char* detail, void const** handle,
+        //     char* error)
         // All arrays are read-only inputs (pinned, not copied; the library copies them).
         // `reserved` is never touched: pass IntPtr.Zero. `detail` is a byte[] of DetailSize (2000)
         // bytes that receives the failed mesh check's sentence. `handle` is `out`: the marshaller
@@ -187,7 +188,8 @@ namespace Brindle
         // int qual(const ON_Mesh* mesh, double* quality, char* errorText)
         // `quality` receives FaceCount() values.
         [DllImport(Library, CallingConvention = CallingConvention.Cdecl, ExactSpelling = true)]
-        internal static extern int qual(IntPtr mesh, [Out] double[] quality, [Out] byte[] errorText);
+        internal static extern int qual(
+            IntPtr mesh, [Out] double[] quality, [Out] byte[] errorText);
 
         // int qualS(const ON_Mesh* mesh, double* quality, char* errorText)
         // `quality` receives FaceCount() values.

@@ -31,7 +31,9 @@ namespace Brindle
                     array.Length, name);
         }
 
-        /// <summary>The number of groups of `size` values in the array; refuses a partial group.</summary>
+        /// <summary>
+        /// The number of groups of `size` values in the array; refuses a partial group.
+        /// </summary>
         internal static int Groups(Array array, int size, string name, string what)
         {
             NotNull(array, name);
@@ -44,7 +46,8 @@ namespace Brindle
 
         internal static void NotNegative(int count, string name)
         {
-            if (count < 0) throw new ArgumentOutOfRangeException(name, count, "must not be negative");
+            if (count < 0)
+                throw new ArgumentOutOfRangeException(name, count, "must not be negative");
         }
     }
 }

@@ -129,7 +129,9 @@ namespace Brindle
                               error);
         }
 
-        /// <summary>Releases the native solver; later calls throw ObjectDisposedException.</summary>
+        /// <summary>
+        /// Releases the native solver; later calls throw ObjectDisposedException.
+        /// </summary>
         public void Dispose()
         {
             handle.Dispose();

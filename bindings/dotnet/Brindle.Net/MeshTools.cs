@@ -56,7 +56,8 @@ namespace Brindle
         /// `vertexCount` values, one per single-precision vertex) is at most 0, without
         /// remeshing. Returns a new mesh owned by the host.
         /// </summary>
-        public static IntPtr ClipTetrahedralMesh(IntPtr mesh, int vertexCount, double[] vertexValues)
+        public static IntPtr ClipTetrahedralMesh(IntPtr mesh, int vertexCount,
+                                                 double[] vertexValues)
         {
             ArrayChecks.Exactly(vertexValues, vertexCount, "vertexValues", "one per vertex");
             byte[] error = ErrorBuffer.New();
@@ -67,7 +68,9 @@ namespace Brindle
             return result;
         }
 
-        /// <summary>Aspect ratio of every face read as a tetrahedron (sqrt(6)/2 when regular).</summary>
+        /// <summary>
+        /// Aspect ratio of every face read as a tetrahedron (sqrt(6)/2 when regular).
+        /// </summary>
         public static double[] AspectRatios(IntPtr mesh, int faceCount)
         {
             return PerFace(mesh, faceCount, 1, NativeMethods.AspectRatios, "AspectRatios");
@@ -82,13 +85,17 @@ namespace Brindle
             return PerFace(mesh, faceCount, 6, NativeMethods.DihedralAngles, "DihedralAngles");
         }
 
-        /// <summary>Volume element quality of every face read as a tetrahedron (1 when regular).</summary>
+        /// <summary>
+        /// Volume element quality of every face read as a tetrahedron (1 when regular).
+        /// </summary>
         public static double[] TetrahedronQuality(IntPtr mesh, int faceCount)
         {
             return PerFace(mesh, faceCount, 1, NativeMethods.qual, "qual");
         }
 
-        /// <summary>Surface element quality of every face's triangle (1 when equilateral).</summary>
+        /// <summary>
+        /// Surface element quality of every face's triangle (1 when equilateral).
+        /// </summary>
         public static double[] TriangleQuality(IntPtr mesh, int faceCount)
         {
             return PerFace(mesh, faceCount, 1, NativeMethods.qualS, "qualS");
@@ -99,7 +106,8 @@ namespace Brindle
         /// tetrahedron, as a new mesh owned by the host, with the counts of boundary, interior
         /// and over-shared triangles.
         /// </summary>
-        public static IntPtr ExtractBoundaryMesh(IntPtr tetrahedra, out BoundaryStatistics statistics)
+        public static IntPtr ExtractBoundaryMesh(IntPtr tetrahedra,
+                                                 out BoundaryStatistics statistics)
         {
             byte[] error = ErrorBuffer.New();
             IntPtr result;
