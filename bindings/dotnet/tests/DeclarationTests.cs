@@ -54,14 +54,5 @@ namespace Brindle.Tests
             string trimmed = list.Trim();
             return trimmed.Length == 0 || trimmed == "void" ? 0 : trimmed.Split(',').Length;
         }
-
-        // Without Windows there is nothing to preload: the loader path decides, and it does not
-        // throw.
-        public static void PreloadIsHarmlessOffWindows()
-        {
-            if (Environment.OSVersion.Platform == PlatformID.Win32NT) return;
-            NativeLoader.Preload("/nonexistent");
-            Check.Equal(0, SphereEncoding.Decode(-0.5f, -0.5f, 1.0f), "library still answers");
-        }
     }
 }

@@ -87,8 +87,9 @@ namespace Brindle.Tests
                 "       volume solver of {0} vertices ~{1:F0} kB kept alive; resident growth " +
                 "over {2} rounds: disposed {3} kB, finalised {4} kB, surface {5} kB",
                 Cube.VertexCount, perSolver, rounds, disposed, finalised, surfaceSquare);
-            // A leak of every solver would grow by rounds x perSolver; allow 2 % of that.
-            double bound = Math.Max(0.02 * rounds * perSolver, 4096);
+            // A leak of every solver would grow by rounds x perSolver; allow a tenth of that for
+            // the collector's timing (measured: a few MB on Mono).
+            double bound = Math.Max(0.1 * rounds * perSolver, 4096);
             Check.True(perSolver > 20, "a kept solver is measurable: " + perSolver + " kB");
             Check.True(disposed < bound, "disposed growth " + disposed + " kB, bound " + bound);
             Check.True(finalised < bound, "finalised growth " + finalised + " kB, bound " + bound);
