@@ -14,6 +14,9 @@ namespace brindle::study {
 // A MEDIT mesh as a study mesh: triangles only (or all z equal) make a 2-D section.
 StudyMesh StudyMeshFromMedit(const MeditMesh& medit);
 
+// MEDIT text of a study mesh with its elements and boundary elements (references kept).
+std::string StudyMeshMeditText(const StudyMesh& mesh);
+
 // Reads the study's "mesh" (or meshes its "geometry"), relative to baseDir.
 StudyMesh LoadStudyMesh(const StudySpec& spec, const std::string& baseDir);
 
