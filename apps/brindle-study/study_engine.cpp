@@ -194,6 +194,8 @@ StudyOutcome Outcome(const StudySpec& spec, LayeredModel&& model,
   o.layerThickness = model.layerThickness;
   o.materialNames = solidMaterialNames;
   o.materialIsLayer.assign(solidMaterialNames.size(), 0);
+  o.materialConductivity = model.conductivity;
+  o.fixedBy = std::move(model.fixedBy);
   for (std::size_t e = 0; e < spec.environments.size(); ++e)
     if (model.layerMaterialOf[e] >= 0) {
       o.materialNames.push_back("surface layer " + spec.environments[e].name);
