@@ -69,9 +69,13 @@ StudyMesh DetailStudyMesh(const Detail& detail, const MeshSizes& sizes, int dime
 nlohmann::json DetailStudyJson(const Detail& detail, const TemperaturePair& pair,
                                const std::string& meshFile, bool byReference) {
   nlohmann::json materials = nlohmann::json::object();
+  std::vector<char> used(detail.materials.size(), 0);
+  for (const Block& b : detail.blocks)
+    used[b.material] = 1;
   for (std::size_t m = 0; m < detail.materials.size(); ++m)
-    materials[byReference ? std::to_string(m + 1) : detail.materials[m].name] =
-        detail.materials[m].conductivity;
+    if (used[m])
+      materials[byReference ? std::to_string(m + 1) : detail.materials[m].name] =
+          detail.materials[m].conductivity;
   const nlohmann::json inside = byReference ? nlohmann::json(kInside) : "room side";
   const nlohmann::json outside = byReference ? nlohmann::json(kOutside) : "outer face";
   return {{"mesh", meshFile},
