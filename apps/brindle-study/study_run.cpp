@@ -1,5 +1,6 @@
 // Running a study end to end: mesh, solve, convergence check, report and files.
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -117,11 +118,15 @@ SolvedStudy RunStudyWithOutcome(const json& study, const StudyMesh* mesh,
                                 const std::string& source) {
   const StudySpec spec = ParseStudy(study, source);
   StudyMesh loaded;
+  double readSeconds = 0.0;
   if (!mesh) {
+    const auto start = std::chrono::steady_clock::now();
     loaded = LoadStudyMesh(spec, baseDir);
+    readSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     mesh = &loaded;
   }
   SolvedStudy solved = SolveStudy(spec, *mesh);
+  solved.summary["solver"]["read_seconds"] = readSeconds;
   if (spec.checkConvergence) {
     const SolvedStudy fine = SolveStudy(spec, RefineUniformly(*mesh));
     const json changes = Changes(solved.summary, fine.summary);
@@ -137,7 +142,10 @@ SolvedStudy RunStudyWithOutcome(const json& study, const StudyMesh* mesh,
   PrintReport(solved.summary);
   if (!outputDir.empty()) {
     std::filesystem::create_directories(outputDir);
+    const auto start = std::chrono::steady_clock::now();
     WriteOutcomeVtk(outputDir + "/study.vtk", solved.outcome);
+    solved.summary["solver"]["write_seconds"] =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   }
   return solved;
 }

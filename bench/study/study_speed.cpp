@@ -118,8 +118,13 @@ int Study(const std::string& dir) {
       RunStudy(ReadStudyFile(dir + "/bench.json"), nullptr, dir, dir + "/out", "bench.json");
   std::ofstream(dir + "/out/summary.json") << nlohmann::json{{"study", summary}}.dump(2);
   const double seconds = Since(start);
-  std::printf("study from reading to writing: %.2f s (solver %.2f s)\n", seconds,
-              summary["solver"]["seconds"].get<double>());
+  const auto& t = summary["solver"];
+  std::printf(
+      "study from reading to writing: %.2f s (read %.2f, model %.2f, solver %.2f, results %.2f, "
+      "write %.2f)\n",
+      seconds, t["read_seconds"].get<double>(), t["model_seconds"].get<double>(),
+      t["seconds"].get<double>(), t["results_seconds"].get<double>(),
+      t["write_seconds"].get<double>());
   std::FILE* out = std::fopen((dir + "/study-seconds").c_str(), "w");
   if (out) {
     std::fprintf(out, "%.3f\n", seconds);
