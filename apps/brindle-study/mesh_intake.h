@@ -22,7 +22,10 @@ bool CanReadGmshFiles();
 
 // Reads a .msh (gmsh, ASCII or binary, format 2 or 4) or .mesh (MEDIT, ASCII) file.
 // Element references are gmsh physical group tags (the elementary entity tags for a dimension
-// that has no physical groups) or MEDIT references; gmsh physical names fill `names`.
+// that has no physical groups) or MEDIT references; gmsh physical names fill `names`. Where a
+// dimension has physical groups, its elements outside them are what gmsh itself would not save:
+// boundary elements among them are left out (nothing could name them), solid elements are
+// refused (their material would be lost).
 // A mesh with tetrahedra is 3-D; one of triangles only that lies in a plane z = constant (or a
 // MEDIT file of Dimension 2) is a 2-D section and gets z = 0. Vertices no element uses are
 // dropped. Boundary elements of an entity in several physical groups appear once per group.

@@ -14,6 +14,14 @@
 #include <gmsh.h>
 #endif
 
+#if defined(BRINDLE_STUDY_HAVE_GMSH) && defined(__GNUC__)
+// gmsh's .geo parser keeps a few small strings past gmsh::finalize; they are gmsh's own, so the
+// leak checker of sanitizer builds is told to leave that library alone.
+extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions() {
+  return "leak:libgmsh.so\n";
+}
+#endif
+
 namespace brindle::study {
 namespace {
 
@@ -189,12 +197,6 @@ TEST(StudyIntake, RefusesElementsTheSolversCannotTakeWithTheirCounts) {
   EXPECT_NE(curvedMessage.find("1 second-order triangle:"), std::string::npos) << curvedMessage;
   EXPECT_NE(curvedMessage.find("Mesh.ElementOrder = 1"), std::string::npos);
 
-  const std::string medit =
-      WriteFile("quads.mesh",
-                "MeshVersionFormatted 2\nDimension 2\nVertices 4\n0 0 0\n1 0 0\n1 1 0\n0 1 0\n"
-                "Triangles 1\n1 2 3 1\nQuadrilaterals 1\n1 2 3 4 1\nEnd\n");
-  EXPECT_NE(ErrorOf([&] { ReadStudyMesh(medit); }).find("1 quadrilateral:"), std::string::npos);
-
   // A volume left out of the physical groups would silently lose its material.
   const std::string partial =
       WriteFile("partial.geo",
@@ -245,6 +247,12 @@ TEST(StudyIntake, MeditFilesKeepTheirReferences) {
   EXPECT_EQ(section.dimension, 2);
   EXPECT_EQ(section.triangleRef, (std::vector<int>{3, 4}));
   EXPECT_EQ(section.edgeRef, (std::vector<int>{5}));
+
+  const std::string medit =
+      WriteFile("quads.mesh",
+                "MeshVersionFormatted 2\nDimension 2\nVertices 4\n0 0 0\n1 0 0\n1 1 0\n0 1 0\n"
+                "Triangles 1\n1 2 3 1\nQuadrilaterals 1\n1 2 3 4 1\nEnd\n");
+  EXPECT_NE(ErrorOf([&] { ReadStudyMesh(medit); }).find("1 quadrilateral:"), std::string::npos);
 }
 
 // Two tetrahedra of references 1 and 2, boundary triangles 10 (named "warm") and 20.
