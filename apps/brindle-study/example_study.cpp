@@ -101,8 +101,7 @@ SolvedStudy SolveDetailStudy(const Detail& detail, const MeshSizes& sizes, int d
 
 std::string WriteExampleStudy(const std::string& dir, const std::string& name, const Detail& detail,
                               const MeshSizes& sizes, int dimension, const TemperaturePair& pair) {
-  WriteMedit(dir + "/" + name + ".mesh",
-             StudyMeshMeditText(DetailStudyMesh(detail, sizes, dimension)));
+  WriteMedit(dir + "/" + name + ".mesh", MeditText(DetailStudyMesh(detail, sizes, dimension)));
   const std::string study = dir + "/" + name + ".json";
   std::ofstream out(study);
   out << DetailStudyJson(detail, pair, name + ".mesh", true).dump(2) << '\n';

@@ -10,9 +10,6 @@
 
 namespace brindle::study {
 
-// MEDIT text of a study mesh with its elements and boundary elements (references kept).
-std::string StudyMeshMeditText(const StudyMesh& mesh);
-
 // Reads the study's "mesh" (or meshes its "geometry"), relative to baseDir.
 StudyMesh LoadStudyMesh(const StudySpec& spec, const std::string& baseDir);
 

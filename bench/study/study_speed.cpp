@@ -19,6 +19,7 @@
 #include "block_mesher.h"
 #include "block_study_mesh.h"
 #include "brindle.h"
+#include "medit.h"
 #include "mesh_intake.h"
 #include "mesh_source.h"
 #include "study_engine.h"
@@ -53,7 +54,7 @@ StudyMesh WallMesh(double target) {
 
 int Write(double target, const std::string& dir) {
   const StudyMesh mesh = WallMesh(target);
-  std::ofstream(dir + "/bench.mesh") << StudyMeshMeditText(mesh);
+  std::ofstream(dir + "/bench.mesh") << MeditText(mesh);
   std::ofstream(dir + "/bench.json") << R"({"mesh": "bench.mesh",
     "materials": {"1": 2.3, "2": 0.035, "3": 50},
     "environments": {

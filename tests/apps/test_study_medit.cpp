@@ -115,3 +115,26 @@ TEST(StudyMedit, TruncatedAndGarbledFilesFailCleanly) {
 
 }  // namespace
 }  // namespace brindle::study
+
+namespace brindle::study {
+namespace {
+
+TEST(StudyMedit, StudyMeshTextReadsBackWithItsReferences) {
+  StudyMesh mesh;
+  mesh.dimension = 2;
+  mesh.vertices = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+  mesh.triangles = {{0, 1, 2}, {0, 2, 3}};
+  mesh.triangleRef = {1, 2};
+  mesh.edges = {{0, 1}};
+  mesh.edgeRef = {10};
+  const MeditMesh read = ParseMedit(MeditText(mesh));
+  EXPECT_EQ(read.dimension, 2);
+  EXPECT_EQ(read.vertices, mesh.vertices);
+  EXPECT_EQ(read.triangles, mesh.triangles);
+  EXPECT_EQ(read.triangleRef, mesh.triangleRef);
+  EXPECT_EQ(read.edges, mesh.edges);
+  EXPECT_EQ(read.edgeRef, mesh.edgeRef);
+}
+
+}  // namespace
+}  // namespace brindle::study

@@ -11,6 +11,7 @@
 #include "block_mesher.h"
 #include "block_study_mesh.h"
 #include "geometry.h"
+#include "medit.h"
 #include "mesh_source.h"
 #include "options.h"
 #include "study.h"
@@ -151,7 +152,7 @@ TEST(StudyOutput, StudyFileRunsAMeshBesideIt) {
   const StudyMesh mesh = BlockStudyMesh(tets, [](const Point& c, const Point& n) {
     return n[0] < -0.5 && c[0] < 1e-9 ? 10 : n[0] > 0.5 ? 20 : 0;
   });
-  std::ofstream(folder / "wall.mesh") << StudyMeshMeditText(mesh);
+  std::ofstream(folder / "wall.mesh") << MeditText(mesh);
   std::ofstream(folder / "wall.json") << R"({
     "mesh": "wall.mesh", "length_unit": "mm", "materials": {"1": 0.8},
     "environments": {
