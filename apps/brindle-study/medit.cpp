@@ -189,47 +189,34 @@ MeditMesh ParseMedit(const std::string& text, const std::string& source) {
 
 namespace {
 
-int VertexReference(VertexKind kind, bool onSurface) {
-  if (kind == VertexKind::Cold) return 1;
-  if (kind == VertexKind::Warm) return 2;
-  return onSurface ? 3 : 0;
-}
-
-template <class Mesh, class Elements>
-std::string Text(const Mesh& mesh, const char* keyword, const Elements& elements) {
-  std::ostringstream out;
-  out.precision(17);
-  out << "MeshVersionFormatted 2\nDimension 3\n\nVertices\n" << mesh.points.size() << '\n';
-  for (std::size_t v = 0; v < mesh.points.size(); ++v) {
-    const Point& p = mesh.points[v];
-    out << p[0] << ' ' << p[1] << ' ' << p[2] << ' '
-        << VertexReference(mesh.kind[v], mesh.onSurface[v]) << '\n';
-  }
-  out << '\n' << keyword << '\n' << elements.size() << '\n';
+template <std::size_t N>
+void Section(std::ostringstream& out, const char* keyword,
+             const std::vector<std::array<int, N>>& elements, const std::vector<int>& refs) {
+  if (elements.empty()) return;
+  out << keyword << '\n' << elements.size() << '\n';
   for (std::size_t e = 0; e < elements.size(); ++e) {
     for (int v : elements[e])
       out << v + 1 << ' ';
-    out << mesh.region[e] + 1 << '\n';
+    out << refs[e] << '\n';
   }
-  out << "\nEnd\n";
-  return out.str();
 }
 
 }  // namespace
 
-std::string MeditText(const TriMesh& mesh) {
-  return Text(mesh, "Triangles", mesh.triangles);
-}
-std::string MeditText(const TetMesh& mesh) {
-  return Text(mesh, "Tetrahedra", mesh.tetrahedra);
-}
-
-std::string MeditStudyArguments(const std::vector<Material>& materials) {
+std::string MeditText(const StudyMesh& mesh) {
   std::ostringstream out;
-  out.precision(10);
-  for (std::size_t m = 0; m < materials.size(); ++m)
-    out << "--conductivity " << m + 1 << '=' << materials[m].conductivity << ' ';
-  out << "--low 1 --high 2 --surface 3";
+  out.precision(17);
+  out << "MeshVersionFormatted 2\nDimension " << (mesh.dimension == 2 ? 2 : 3) << "\nVertices\n"
+      << mesh.vertices.size() << '\n';
+  for (const Point& p : mesh.vertices) {
+    out << p[0] << ' ' << p[1];
+    if (mesh.dimension != 2) out << ' ' << p[2];
+    out << " 0\n";
+  }
+  Section(out, "Edges", mesh.edges, mesh.edgeRef);
+  Section(out, "Triangles", mesh.triangles, mesh.triangleRef);
+  Section(out, "Tetrahedra", mesh.tetrahedra, mesh.tetrahedronRef);
+  out << "End\n";
   return out.str();
 }
 

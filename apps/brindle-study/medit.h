@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model.h"
+#include "study_mesh.h"
 
 namespace brindle::study {
 
@@ -47,14 +48,9 @@ MeditMesh ParseMedit(const std::string& text, const std::string& source = "mesh"
 // Reads and parses a file; an unreadable file is reported as a MeditError at line 0.
 MeditMesh ReadMedit(const std::string& path);
 
-// MEDIT text of a study model (Dimension 3). Element references are material index + 1;
-// vertex references are 1 on the cold side, 2 on the warm side, 3 on the interior surface and
-// 0 elsewhere, so that the file can be studied again with --low 1 --high 2 --surface 3.
-std::string MeditText(const TriMesh& mesh);
-std::string MeditText(const TetMesh& mesh);
-
-// The options that study a written model again with its own conductivities.
-std::string MeditStudyArguments(const std::vector<Material>& materials);
+// MEDIT text of a study mesh with its elements and boundary elements, references kept
+// (Dimension 2 for a section).
+std::string MeditText(const StudyMesh& mesh);
 
 // Writes MeditText to a file; throws std::runtime_error when it cannot.
 void WriteMedit(const std::string& path, const std::string& text);

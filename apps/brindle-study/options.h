@@ -6,13 +6,21 @@
 #include <string>
 #include <vector>
 
-#include "user_model.h"
+#include <map>
 
 namespace brindle::study {
 
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+};
+
+// The --mesh options: conductivity per element reference, and the boundary references of the
+// cold (--low) and warm (--high) sides.
+struct Assignment {
+  std::map<int, double> conductivity;
+  std::vector<int> low;
+  std::vector<int> high;
 };
 
 struct Options {
@@ -24,7 +32,9 @@ struct Options {
   bool convergence = true;  // also solve the 2-D example on the two coarser levels
   bool run2d = true;
   bool run3d = true;
-  int levels = 9;    // isotherms at 1/(n+1) .. n/(n+1) of the temperature difference
+  int levels = 9;     // isotherms at 1/(n+1) .. n/(n+1) of the temperature difference
+  std::string study;  // the user's study file (JSON)
+  bool checkConvergence = false;
   std::string mesh;  // the user's MEDIT file; empty runs the built-in examples
   Assignment assignment;
   bool help = false;
