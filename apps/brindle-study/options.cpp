@@ -52,6 +52,12 @@ const char* UsageText() {
          "  --check-convergence  also solve once more on the mesh refined uniformly and report\n"
          "                       the changes (a warning above 1 %)\n"
          "\n"
+         "Validation against the four reference cases for thermal-bridge methods:\n"
+         "  --validate           builds and runs each case as a study at two mesh levels,\n"
+         "                       prints computed / reference / tolerance tables, writes\n"
+         "                       DIR/validation.json and each case's files; exit status 1 if\n"
+         "                       any figure fails\n"
+         "\n"
          "A quick study of a MEDIT .mesh file (lengths in metres), without surface resistances:\n"
          "  --mesh FILE          tetrahedra: volume study; triangles only: surface study\n"
          "  --conductivity R=K   conductivity K in W/(m K) of the elements with reference R\n"
@@ -97,6 +103,8 @@ Options ParseOptions(const std::vector<std::string>& args) {
       options.study = value();
     } else if (arg == "--check-convergence") {
       options.checkConvergence = true;
+    } else if (arg == "--validate") {
+      options.validate = true;
     } else if (arg == "--mesh") {
       options.mesh = value();
     } else if (arg == "--conductivity") {
@@ -125,6 +133,8 @@ Options ParseOptions(const std::vector<std::string>& args) {
     throw UsageError("--conductivity, --low, --high and --surface need --mesh");
   if (!options.study.empty() && (assigns || !options.mesh.empty()))
     throw UsageError("--study takes its mesh and references from the study file");
+  if (options.validate && (assigns || !options.mesh.empty() || !options.study.empty()))
+    throw UsageError("--validate builds its own studies; it takes only --output");
   if (!options.mesh.empty() && (a.low.empty() || a.high.empty()))
     throw UsageError("--mesh needs at least one --low and one --high reference");
   return options;
