@@ -27,10 +27,10 @@ struct Options {
   int levels = 9;     // isotherms at 1/(n+1) .. n/(n+1) of the temperature difference
   std::string study;  // the user's study file (JSON)
   bool checkConvergence = false;
-  bool validate = false;  // run the reference cases instead of a study
-  std::string mesh;       // the user's MEDIT file; empty runs the built-in examples
+  std::string mesh;  // the user's MEDIT file; empty runs the built-in examples
   Assignment assignment;
   bool help = false;
+  bool validate = false;  // run the reference cases instead of a study
 };
 
 // Parses argv[1..]; throws UsageError with a one-line reason.
