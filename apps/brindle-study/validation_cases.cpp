@@ -332,7 +332,7 @@ std::vector<ValidationCase> ValidationCases() {
   cases.push_back({"case4",
                    "Case 4: iron bar through insulation, quarter model (3-D)",
                    BarStudy,
-                   0,
+                   1,
                    BarChecks,
                    true,
                    {}});
