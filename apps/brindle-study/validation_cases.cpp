@@ -66,16 +66,18 @@ json StudyJson(const CaseParts& parts, const std::string& lengthUnit) {
 }
 
 CaseStudy SectionStudy(const CaseParts& parts, const std::vector<Block>& blocks,
-                       const MeshSizes& sizes, const FaceTagger& tag, const std::string& unit) {
-  CaseStudy c{BlockStudyMesh(MeshSection(blocks, Materials(parts), sizes), tag),
+                       const MeshSizes& sizes, const GradingFocus& focus, const FaceTagger& tag,
+                       const std::string& unit) {
+  CaseStudy c{BlockStudyMesh(MeshSection(blocks, Materials(parts), sizes, focus), tag),
               StudyJson(parts, unit)};
   NameReferences(c.mesh, parts);
   return c;
 }
 
 CaseStudy VolumeStudy(const CaseParts& parts, const std::vector<Block>& blocks,
-                      const MeshSizes& sizes, const FaceTagger& tag, const std::string& unit) {
-  CaseStudy c{BlockStudyMesh(MeshBlocks(blocks, Materials(parts), sizes), tag),
+                      const MeshSizes& sizes, const GradingFocus& focus, const FaceTagger& tag,
+                      const std::string& unit) {
+  CaseStudy c{BlockStudyMesh(MeshBlocks(blocks, Materials(parts), sizes, focus), tag),
               StudyJson(parts, unit)};
   NameReferences(c.mesh, parts);
   return c;
@@ -100,11 +102,13 @@ const CaseParts kColumnParts{{{"solid", 1.0}},
 
 CaseStudy SquareColumnStudy(int level) {
   const MeshSizes sizes = MeshSizes{0.02, 0.0625, 1.3}.Refined(level);
+  // Fine towards corner B, where 20 C meets 0 C.
+  const GradingFocus focus{{{{0.0}, {1.0}, {}}}, 3.0};
   const std::vector<Block> blocks{{{0.0, 0.0, 0.0}, {0.5, 1.0, 0.0}, 0}};
   const double eps = 1e-9;
   // The symmetry line x = 0.5 stays adiabatic.
   CaseStudy c = SectionStudy(
-      kColumnParts, blocks, sizes,
+      kColumnParts, blocks, sizes, focus,
       [&](const Point& centre, const Point&) {
         if (Near(centre[1], 1.0, eps)) return Ref(kColumnParts, "warm edge");
         if (Near(centre[0], 0.0, eps) || Near(centre[1], 0.0, eps))
@@ -157,7 +161,7 @@ CaseStudy ProfileStudy(int level) {
       {{0.0, 0.0, z}, {1.5, 36.5, z}, 3},   {{0.0, 35.0, z}, {15.0, 36.5, z}, 3}};
   const double eps = 1e-6;
   CaseStudy c = SectionStudy(
-      kProfileParts, blocks, sizes,
+      kProfileParts, blocks, sizes, {},
       [&](const Point& centre, const Point&) {
         if (Near(centre[1], 0.0, eps)) return Ref(kProfileParts, "inside");
         if (Near(centre[1], 47.5, eps)) return Ref(kProfileParts, "outside");
@@ -217,8 +221,12 @@ int TagBalconyFace(const Point& c, const Point& n) {
 }
 
 CaseStudy BalconyStudy(int level) {
-  const MeshSizes sizes = MeshSizes{25.0, 200.0, 1.5}.Refined(level);
-  return VolumeStudy(kBalconyParts, BalconyBlocks(), sizes, TagBalconyFace, "mm");
+  const MeshSizes sizes = MeshSizes{15.0, 200.0, 1.5}.Refined(level);
+  // Fine where the slab crosses the insulation and at the rooms' inner corners; the cut
+  // planes and the far faces of the model start six times coarser.
+  const GradingFocus focus{{{{50.0, 200.0}, {-100.0, 0.0, 50.0, 200.0}, {1000.0, 1150.0, 1200.0}}},
+                           6.0};
+  return VolumeStudy(kBalconyParts, BalconyBlocks(), sizes, focus, TagBalconyFace, "mm");
 }
 
 std::vector<CheckRow> BalconyChecks(const json& s) {
@@ -261,9 +269,12 @@ int TagBarFace(const Point& c, const Point& n) {
 
 CaseStudy BarStudy(int level) {
   const MeshSizes sizes = MeshSizes{0.005, 0.08, 1.5}.Refined(level);
+  // Fine along the bar's faces and both faces of the insulation; the symmetry planes, the
+  // outer sides and the bar's end start four times coarser.
+  const GradingFocus focus{{{{0.05}, {0.0, 0.2}, {0.025}}}, 4.0};
   const std::vector<Block> blocks{{{0.0, 0.0, 0.0}, {0.5, 0.2, 0.5}, 0},
                                   {{0.0, 0.0, 0.0}, {0.05, 0.6, 0.025}, 1}};
-  CaseStudy c = VolumeStudy(kBarParts, blocks, sizes, TagBarFace, "m");
+  CaseStudy c = VolumeStudy(kBarParts, blocks, sizes, focus, TagBarFace, "m");
   c.study["symmetry_factor"] = 4;
   return c;
 }
