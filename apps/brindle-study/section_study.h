@@ -5,9 +5,9 @@
 
 #include <vector>
 
+#include <nlohmann/json.hpp>
 #include "examples.h"
 #include "grading.h"
-#include "json_writer.h"
 #include "model.h"
 #include "options.h"
 #include "report.h"
@@ -31,8 +31,8 @@ struct SectionRun {
   Point coldest{0, 0, 0};   // where it occurs
 };
 
-SectionRun SolveSection(const std::vector<Block>& blocks, const std::vector<Material>& materials,
-                        const MeshSizes& sizes, int levels);
+// Solves a section through the study engine and traces the isotherms of its field.
+SectionRun SolveSection(const Detail& detail, const MeshSizes& sizes, int levels);
 
 // psi against the undisturbed wall from the same model, with the wall length of the detail.
 struct SlabFigures {
@@ -56,7 +56,7 @@ SvgPicture SectionPicture(const SectionRun& run, const TemperaturePair& pair,
 void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair);
 
 // Runs the built-in 2-D example with its report, pictures and summary entry.
-JsonObject RunSlabExample(const Options& options, const Progress& progress);
+nlohmann::json RunSlabExample(const Options& options, const Progress& progress);
 
 }  // namespace brindle::study
 

@@ -32,10 +32,8 @@ int RunStudy(const Options& options) {
     } else {
       summary["inside_C"] = options.inside;
       summary["outside_C"] = options.outside;
-      if (options.run2d)
-        summary["slab_2d"] = nlohmann::json::parse(RunSlabExample(options, progress).Render());
-      if (options.run3d)
-        summary["steel_3d"] = nlohmann::json::parse(RunSteelExample(options, progress).Render());
+      if (options.run2d) summary["slab_2d"] = RunSlabExample(options, progress);
+      if (options.run3d) summary["steel_3d"] = RunSteelExample(options, progress);
     }
     const std::string path = options.output + "/summary.json";
     std::ofstream out(path);

@@ -10,7 +10,7 @@
 
 #include "geometry.h"
 #include "layered_model.h"
-#include "mesh_source.h"
+#include "mesh_intake.h"
 #include "report.h"
 #include "solve.h"
 #include "unit_fields.h"
@@ -33,6 +33,16 @@ struct Assembled {
   std::vector<EnvironmentFaces> faces;
 };
 
+// References named by study keys; a name the mesh lacks is reported against the study's key.
+std::vector<int> Resolve(const StudyMesh& mesh, int dimension, const std::vector<std::string>& keys,
+                         const std::string& what, const std::string& where) {
+  try {
+    return ResolveReferences(mesh, dimension, keys, what);
+  } catch (const MeshInputError& e) {
+    throw StudyFileError(where + ": " + e.what());
+  }
+}
+
 Assembled Assemble(const StudySpec& spec, const StudyMesh& mesh) {
   const int dimension = mesh.dimension;
   const std::string& source = spec.source;
@@ -48,7 +58,7 @@ Assembled Assemble(const StudySpec& spec, const StudyMesh& mesh) {
   std::map<int, int> materialOfRef;
   for (const auto& [key, conductivity] : spec.materials) {
     const int index = static_cast<int>(a.solid.conductivity.size());
-    for (int ref : ReferencesOf(mesh, dimension, {key}, source + ": materials: material")) {
+    for (int ref : Resolve(mesh, dimension, {key}, "material", source + ": materials: " + key)) {
       if (materialOfRef.count(ref))
         throw StudyFileError(source + ": materials: " + key + ": reference " + std::to_string(ref) +
                              " already has a material");
@@ -83,8 +93,9 @@ Assembled Assemble(const StudySpec& spec, const StudyMesh& mesh) {
   }
   for (const EnvironmentSpec& e : spec.environments) {
     EnvironmentFaces faces{e.name, e.surfaceResistance, {}};
-    const auto refs = ReferencesOf(mesh, dimension - 1, e.boundaries,
-                                   source + ": environments: " + e.name + ": boundary");
+    const auto refs =
+        Resolve(mesh, dimension - 1, e.boundaries, "boundary of environment " + e.name,
+                source + ": environments: " + e.name + ": boundaries");
     const std::set<int> wanted(refs.begin(), refs.end());
     if (dimension == 3) {
       for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
@@ -194,6 +205,8 @@ StudyOutcome Outcome(const StudySpec& spec, LayeredModel&& model,
   o.layerThickness = model.layerThickness;
   o.materialNames = solidMaterialNames;
   o.materialIsLayer.assign(solidMaterialNames.size(), 0);
+  o.materialConductivity = model.conductivity;
+  o.fixedBy = std::move(model.fixedBy);
   for (std::size_t e = 0; e < spec.environments.size(); ++e)
     if (model.layerMaterialOf[e] >= 0) {
       o.materialNames.push_back("surface layer " + spec.environments[e].name);

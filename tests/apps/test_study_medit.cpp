@@ -73,7 +73,7 @@ TEST(StudyMedit, MalformedFilesNameTheLine) {
   ExpectErrorAtLine(head + "Triangles 1\n1 2 3 0\n", 7, "vertex index 3 out of range 1..2");
   ExpectErrorAtLine(head + "Triangles 1\n1 2 0 0\n", 7, "out of range");
   ExpectErrorAtLine(head + "Triangles -1\n", 6, "invalid count");
-  ExpectErrorAtLine(head + "Prisms 1\n", 6, "unknown keyword 'Prisms'");
+  ExpectErrorAtLine(head + "Pentagons 1\n", 6, "unknown keyword 'Pentagons'");
   ExpectErrorAtLine(head + "Edges 1\n1 x2 0\n", 7, "found 'x2'");
   ExpectErrorAtLine(head + "Edges 1\n1 2\n\n", 7, "unexpected end of file");
   ExpectErrorAtLine("MeshVersionFormatted 2\nDimension 3\nVertices 1\n0 nan 0 1\n", 4,

@@ -9,9 +9,12 @@
 #include <sstream>
 
 #include "block_mesher.h"
+#include "block_study_mesh.h"
 #include "geometry.h"
+#include "mesh_source.h"
 #include "options.h"
 #include "study.h"
+#include "study_engine.h"
 #include "svg_writer.h"
 #include "vtk_writer.h"
 
@@ -133,6 +136,85 @@ TEST(StudyOutput, UserStudyRunWritesItsSummary) {
   options.mesh = (folder / "bad.mesh").string();
   EXPECT_EQ(RunStudy(options), 1);
   fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace brindle::study
+
+namespace brindle::study {
+namespace {
+
+TEST(StudyOutput, StudyFileRunsAMeshBesideIt) {
+  const fs::path folder = ScratchFolder("brindle-study-file");
+  const TetMesh tets = MeshBlocks({{{0.0, 0.0, 0.0}, {200.0, 300.0, 200.0}, 0}},
+                                  {{"brick", 0.8, Role::Solid}}, {50.0, 100.0, 1.5});
+  const StudyMesh mesh = BlockStudyMesh(tets, [](const Point& c, const Point& n) {
+    return n[0] < -0.5 && c[0] < 1e-9 ? 10 : n[0] > 0.5 ? 20 : 0;
+  });
+  std::ofstream(folder / "wall.mesh") << StudyMeshMeditText(mesh);
+  std::ofstream(folder / "wall.json") << R"({
+    "mesh": "wall.mesh", "length_unit": "mm", "materials": {"1": 0.8},
+    "environments": {
+      "inside": {"temperature": 20, "surface_resistance": 0.13, "boundaries": [10]},
+      "outside": {"temperature": -5, "surface_resistance": 0.04, "boundaries": ["20"]}},
+    "probes": {"middle": [100, 150, 100]}})";
+  const Options options = ParseOptions(
+      {"--study", (folder / "wall.json").string(), "--output", (folder / "out").string()});
+  ASSERT_EQ(RunStudy(options), 0);
+  const auto summary = nlohmann::json::parse(ReadFile(folder / "out" / "summary.json"));
+  const double u = 1.0 / (0.13 + 0.2 / 0.8 + 0.04);
+  EXPECT_NEAR(summary["study"]["environments"]["inside"]["heat_flow"].get<double>(),
+              u * 0.3 * 0.2 * 25.0, 1e-6);
+  // The middle of the brick lies halfway between the two surface temperatures.
+  EXPECT_NEAR(summary["study"]["probes"]["middle"]["temperature_C"].get<double>(),
+              20.0 - u * 25.0 * (0.13 + 0.1 / 0.8), 1e-6);
+  EXPECT_TRUE(fs::exists(folder / "out" / "study.vtk"));
+
+  // A study that names a reference the mesh does not have fails with the file's references.
+  std::ofstream(folder / "bad.json") << R"({"mesh": "wall.mesh", "materials": {"7": 1},
+    "environments": {"a": {"temperature": 1, "boundaries": [10]},
+                     "b": {"temperature": 0, "boundaries": [20]}}})";
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(RunStudy(ParseOptions({"--study", (folder / "bad.json").string(), "--output",
+                                   (folder / "out").string()})),
+            1);
+  const std::string message = testing::internal::GetCapturedStderr();
+  EXPECT_NE(message.find("bad.json: materials: 7: unknown material \"7\""), std::string::npos)
+      << message;
+  EXPECT_NE(message.find("1: " + std::to_string(mesh.tetrahedra.size()) + " tetrahedra"),
+            std::string::npos)
+      << message;
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace brindle::study
+
+namespace brindle::study {
+namespace {
+
+// A plane wall is exact on any mesh: refining it changes nothing; a corner is not.
+TEST(StudyOutput, ConvergenceCheckReportsTheChanges) {
+  const TetMesh tets = MeshBlocks({{{0.0, 0.0, 0.0}, {0.3, 0.2, 0.2}, 0}},
+                                  {{"brick", 0.8, Role::Solid}}, {0.1, 0.1, 1.5});
+  const StudyMesh mesh = BlockStudyMesh(tets, [](const Point& c, const Point& n) {
+    if (n[0] < -0.5 && c[0] < 1e-9) return 1;
+    if (n[0] > 0.5 || (n[1] < -0.5 && c[1] < 1e-9)) return 2;
+    return 0;
+  });
+  const nlohmann::json study = {
+      {"mesh", "in memory"},
+      {"materials", {{"1", 0.8}}},
+      {"check_convergence", true},
+      {"environments",
+       {{"in", {{"temperature", 20}, {"surface_resistance", 0.13}, {"boundaries", {1}}}},
+        {"out", {{"temperature", 0}, {"surface_resistance", 0.04}, {"boundaries", {2}}}}}}};
+  const auto s = RunStudy(study, &mesh, ".", "", "corner.json");
+  const auto& c = s["convergence"];
+  EXPECT_EQ(c["refined_elements"].get<std::size_t>(), 8 * tets.tetrahedra.size());
+  ASSERT_TRUE(c["changes"].contains("in heat_flow"));
+  EXPECT_GT(std::abs(c["changes"]["in heat_flow"].get<double>()), 1e-4);
+  EXPECT_EQ(c["converged"].get<bool>(), c["largest_change"].get<double>() <= 0.01);
 }
 
 }  // namespace
