@@ -40,7 +40,7 @@ const char* UsageText() {
          "  --outside C          exterior temperature in C (default -5)\n"
          "  --levels N           isotherms per 2-D study, 1..50 (default 9)\n"
          "  --refine N           2-D mesh level 0..4, each level halves the elements (default 2)\n"
-         "  --refine3d N         3-D mesh level 0..2 (default 1)\n"
+         "  --refine3d N         3-D mesh level 0..1 (default 1; 1.7 million tetrahedra)\n"
          "  --no-convergence     skip the mesh checks (the examples again on coarser meshes)\n"
          "  --only 2d|3d         run one of the built-in examples\n"
          "\n"
@@ -91,7 +91,7 @@ Options ParseOptions(const std::vector<std::string>& args) {
     } else if (arg == "--refine") {
       options.refine = ParseInt(value(), arg, 0, 4);
     } else if (arg == "--refine3d") {
-      options.refine3d = ParseInt(value(), arg, 0, 2);
+      options.refine3d = ParseInt(value(), arg, 0, 1);
     } else if (arg == "--no-convergence") {
       options.convergence = false;
     } else if (arg == "--only") {
