@@ -5,6 +5,28 @@
 #include <stdexcept>
 
 namespace brindle::study {
+namespace {
+
+// Points from a with the given element sizes, each scaled by `scale`, ending exactly at b.
+std::vector<double> PointsFromSteps(double a, double b, const std::vector<double>& steps,
+                                    double scale) {
+  std::vector<double> points{a};
+  double position = a;
+  for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
+    position += steps[i] * scale;
+    points.push_back(position);
+  }
+  points.push_back(b);
+  return points;
+}
+
+void SortBreaks(std::vector<double>& breaks) {
+  std::sort(breaks.begin(), breaks.end());
+  breaks.erase(std::unique(breaks.begin(), breaks.end()), breaks.end());
+  if (breaks.size() < 2) throw std::invalid_argument("need at least two distinct breaks");
+}
+
+}  // namespace
 
 MeshSizes MeshSizes::Refined(int level) const {
   MeshSizes refined = *this;
@@ -42,20 +64,11 @@ std::vector<double> GradedDivision(double a, double b, const MeshSizes& sizes) {
   std::vector<double> steps(half);
   steps.insert(steps.end(), half.rbegin(), half.rend());
   const double scale = length / (2.0 * covered);
-  std::vector<double> points{a};
-  double position = a;
-  for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
-    position += steps[i] * scale;
-    points.push_back(position);
-  }
-  points.push_back(b);
-  return points;
+  return PointsFromSteps(a, b, steps, scale);
 }
 
 std::vector<double> GradedLines(std::vector<double> breaks, const MeshSizes& sizes) {
-  std::sort(breaks.begin(), breaks.end());
-  breaks.erase(std::unique(breaks.begin(), breaks.end()), breaks.end());
-  if (breaks.size() < 2) throw std::invalid_argument("need at least two distinct breaks");
+  SortBreaks(breaks);
   std::vector<double> lines{breaks.front()};
   for (std::size_t i = 0; i + 1 < breaks.size(); ++i) {
     const double a = breaks[i];
@@ -86,22 +99,13 @@ std::vector<double> GradedDivision(double a, double b, double startA, double sta
   }
   fromA.insert(fromA.end(), fromB.rbegin(), fromB.rend());
   const double scale = length / covered;
-  std::vector<double> points{a};
-  double position = a;
-  for (std::size_t i = 0; i + 1 < fromA.size(); ++i) {
-    position += fromA[i] * scale;
-    points.push_back(position);
-  }
-  points.push_back(b);
-  return points;
+  return PointsFromSteps(a, b, fromA, scale);
 }
 
 std::vector<double> GradedLines(std::vector<double> breaks, const MeshSizes& sizes,
                                 const std::vector<double>& focus, double otherBreaks) {
   if (focus.empty()) return GradedLines(std::move(breaks), sizes);
-  std::sort(breaks.begin(), breaks.end());
-  breaks.erase(std::unique(breaks.begin(), breaks.end()), breaks.end());
-  if (breaks.size() < 2) throw std::invalid_argument("need at least two distinct breaks");
+  SortBreaks(breaks);
   const double span = breaks.back() - breaks.front();
   auto start = [&](double at) {
     for (double f : focus)

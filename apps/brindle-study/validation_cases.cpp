@@ -65,19 +65,13 @@ json StudyJson(const CaseParts& parts, const std::string& lengthUnit) {
   return study;
 }
 
-CaseStudy SectionStudy(const CaseParts& parts, const std::vector<Block>& blocks,
-                       const MeshSizes& sizes, const GradingFocus& focus, const FaceTagger& tag,
-                       const std::string& unit) {
-  CaseStudy c{BlockStudyMesh(MeshSection(blocks, Materials(parts), sizes, focus), tag),
-              StudyJson(parts, unit)};
-  NameReferences(c.mesh, parts);
-  return c;
-}
-
-CaseStudy VolumeStudy(const CaseParts& parts, const std::vector<Block>& blocks,
-                      const MeshSizes& sizes, const GradingFocus& focus, const FaceTagger& tag,
-                      const std::string& unit) {
-  CaseStudy c{BlockStudyMesh(MeshBlocks(blocks, Materials(parts), sizes, focus), tag),
+// A case's study from its blocks: a section (`dimension` 2) or a volume.
+CaseStudy BlockCase(int dimension, const CaseParts& parts, const std::vector<Block>& blocks,
+                    const MeshSizes& sizes, const GradingFocus& focus, const FaceTagger& tag,
+                    const std::string& unit) {
+  const std::vector<Material> materials = Materials(parts);
+  CaseStudy c{dimension == 2 ? BlockStudyMesh(MeshSection(blocks, materials, sizes, focus), tag)
+                             : BlockStudyMesh(MeshBlocks(blocks, materials, sizes, focus), tag),
               StudyJson(parts, unit)};
   NameReferences(c.mesh, parts);
   return c;
@@ -107,8 +101,8 @@ CaseStudy SquareColumnStudy(int level) {
   const std::vector<Block> blocks{{{0.0, 0.0, 0.0}, {0.5, 1.0, 0.0}, 0}};
   const double eps = 1e-9;
   // The symmetry line x = 0.5 stays adiabatic.
-  CaseStudy c = SectionStudy(
-      kColumnParts, blocks, sizes, focus,
+  CaseStudy c = BlockCase(
+      2, kColumnParts, blocks, sizes, focus,
       [&](const Point& centre, const Point&) {
         if (Near(centre[1], 1.0, eps)) return Ref(kColumnParts, "warm edge");
         if (Near(centre[0], 0.0, eps) || Near(centre[1], 0.0, eps))
@@ -160,8 +154,8 @@ CaseStudy ProfileStudy(int level) {
       {{0.0, 36.5, z}, {15.0, 41.5, z}, 1}, {{0.0, 0.0, z}, {500.0, 1.5, z}, 3},
       {{0.0, 0.0, z}, {1.5, 36.5, z}, 3},   {{0.0, 35.0, z}, {15.0, 36.5, z}, 3}};
   const double eps = 1e-6;
-  CaseStudy c = SectionStudy(
-      kProfileParts, blocks, sizes, {},
+  CaseStudy c = BlockCase(
+      2, kProfileParts, blocks, sizes, {},
       [&](const Point& centre, const Point&) {
         if (Near(centre[1], 0.0, eps)) return Ref(kProfileParts, "inside");
         if (Near(centre[1], 47.5, eps)) return Ref(kProfileParts, "outside");
@@ -226,7 +220,7 @@ CaseStudy BalconyStudy(int level) {
   // planes and the far faces of the model start six times coarser.
   const GradingFocus focus{{{{50.0, 200.0}, {-100.0, 0.0, 50.0, 200.0}, {1000.0, 1150.0, 1200.0}}},
                            6.0};
-  return VolumeStudy(kBalconyParts, BalconyBlocks(), sizes, focus, TagBalconyFace, "mm");
+  return BlockCase(3, kBalconyParts, BalconyBlocks(), sizes, focus, TagBalconyFace, "mm");
 }
 
 std::vector<CheckRow> BalconyChecks(const json& s) {
@@ -274,7 +268,7 @@ CaseStudy BarStudy(int level) {
   const GradingFocus focus{{{{0.05}, {0.0, 0.2}, {0.025}}}, 4.0};
   const std::vector<Block> blocks{{{0.0, 0.0, 0.0}, {0.5, 0.2, 0.5}, 0},
                                   {{0.0, 0.0, 0.0}, {0.05, 0.6, 0.025}, 1}};
-  CaseStudy c = VolumeStudy(kBarParts, blocks, sizes, focus, TagBarFace, "m");
+  CaseStudy c = BlockCase(3, kBarParts, blocks, sizes, focus, TagBarFace, "m");
   c.study["symmetry_factor"] = 4;
   return c;
 }
