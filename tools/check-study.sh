@@ -42,6 +42,14 @@ for f in slab-2d.svg wall-2d.svg slab-2d.vtk wall-2d.vtk slab-2d.mesh slab-2d.js
   [ -s "$out/$f" ] && printf '  ok    %-48s\n' "$f written" \
     || { printf '  FAIL  %-48s\n' "$f missing"; failures=$((failures + 1)); }
 done
+# The example's own study file, run again as a user would, gives the example's L2D.
+study_bin="${BRINDLE_STUDY_BUILD_DIR:-$root/build/study}/apps/brindle-study"
+"$study_bin" --study "$out/slab-2d.json" --output "$out/again" > "$out/again.log" 2>&1 \
+  || { cat "$out/again.log"; failures=$((failures + 1)); }
+l_again=$(grep -o '"outside": [-0-9][-0-9.eE+]*' "$out/again/summary.json" | head -1 | awk '{print $2}')
+check "2-D study file run again: L / L2D" \
+  "$(awk -v a="$l_again" -v b="$(value L2D_W_per_mK)" 'BEGIN{print a/b}')" 0.999999 1.000001
+
 if ((failures)); then
   echo "study check: $failures failure(s)"
   exit 1

@@ -1,6 +1,7 @@
 #include "study_engine.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -228,9 +229,14 @@ StudyOutcome Outcome(const StudySpec& spec, LayeredModel&& model,
 
 SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh) {
   const bool threeD = mesh.dimension == 3;
+  const auto start = std::chrono::steady_clock::now();
+  auto seconds = [&start] {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  };
   Assembled assembled = Assemble(spec, mesh);
   const std::size_t meshVertices = assembled.solid.points.size();
   LayeredModel model = BuildLayeredModel(std::move(assembled.solid), assembled.faces);
+  const double layersReady = seconds();
   const UnitFields fields = SolveUnitFields(model);
   const auto reaction = Reactions(model, fields);
   const std::size_t n = spec.environments.size();
@@ -310,12 +316,14 @@ SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh) {
                {"layer_thickness_m", model.layerThickness}};
   s["solver"] = {{"runs", fields.solverRuns},
                  {"seconds", fields.seconds},
+                 {"model_seconds", layersReady},
                  {"coordinate_scale", fields.solverScale},
                  {"sliver_tolerance", fields.sliverTolerance},
                  {"converged", fields.converged},
                  {"worst_squared_residual", fields.worstResidual},
                  {"coupling_asymmetry", largest > 0.0 ? asymmetry / largest : 0.0}};
 
+  s["solver"]["results_seconds"] = seconds() - layersReady - fields.seconds;
   SolvedStudy solved;
   solved.summary = std::move(s);
   solved.outcome = Outcome(spec, std::move(model), assembled.materialNames, std::move(temperature));

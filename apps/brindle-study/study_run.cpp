@@ -1,5 +1,6 @@
 // Running a study end to end: mesh, solve, convergence check, report and files.
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -30,14 +31,23 @@ void PrintReport(const json& s) {
       s["symmetry_factor"].get<double>() != 1.0
           ? Format(", results x %g for symmetry", s["symmetry_factor"].get<double>()).c_str()
           : "");
-  std::printf("\n  %-16s %8s %8s %12s %10s %10s %8s\n", "environment", "T (C)", "R (m2K/W)",
+  std::printf("\n  %-16s %8s %10s %12s %10s %10s %8s\n", "environment", "T (C)", "R (m2K/W)",
               ("flow (" + flowUnit + ")").c_str(), "surf. min", "surf. max", "f min");
   for (const auto& [name, e] : s["environments"].items())
-    std::printf("  %-16s %8.2f %8.3f %12.6g %10.3f %10.3f %8s\n", name.c_str(),
+    std::printf("  %-16s %8.2f %10.3f %12.6g %10.3f %10.3f %8s\n", name.c_str(),
                 e["temperature_C"].get<double>(), e["surface_resistance"].get<double>(),
                 e["heat_flow"].get<double>(), e["surface_temperature_min_C"].get<double>(),
                 e["surface_temperature_max_C"].get<double>(),
                 Cell(e["temperature_factor_min"], "%.4f").c_str());
+  std::printf("\n  Coldest surface points (m) and the weighting factors there:\n");
+  for (const auto& [name, e] : s["environments"].items()) {
+    const json& at = e["surface_temperature_min_at"];
+    std::string factors;
+    for (const auto& [other, g] : s["weighting_factors"][name].items())
+      factors += Format("  g %s %.3f", other.c_str(), g.get<double>());
+    std::printf("    %-16s (%.4f, %.4f, %.4f)%s\n", name.c_str(), at[0].get<double>(),
+                at[1].get<double>(), at[2].get<double>(), factors.c_str());
+  }
   std::printf("\n  Coupling coefficients L (%s):\n", s["coupling_unit"].get<std::string>().c_str());
   for (const auto& [a, row] : s["coupling_coefficients"].items())
     for (const auto& [b, l] : row.items())
@@ -117,11 +127,15 @@ SolvedStudy RunStudyWithOutcome(const json& study, const StudyMesh* mesh,
                                 const std::string& source) {
   const StudySpec spec = ParseStudy(study, source);
   StudyMesh loaded;
+  double readSeconds = 0.0;
   if (!mesh) {
+    const auto start = std::chrono::steady_clock::now();
     loaded = LoadStudyMesh(spec, baseDir);
+    readSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     mesh = &loaded;
   }
   SolvedStudy solved = SolveStudy(spec, *mesh);
+  solved.summary["solver"]["read_seconds"] = readSeconds;
   if (spec.checkConvergence) {
     const SolvedStudy fine = SolveStudy(spec, RefineUniformly(*mesh));
     const json changes = Changes(solved.summary, fine.summary);
@@ -137,7 +151,10 @@ SolvedStudy RunStudyWithOutcome(const json& study, const StudyMesh* mesh,
   PrintReport(solved.summary);
   if (!outputDir.empty()) {
     std::filesystem::create_directories(outputDir);
+    const auto start = std::chrono::steady_clock::now();
     WriteOutcomeVtk(outputDir + "/study.vtk", solved.outcome);
+    solved.summary["solver"]["write_seconds"] =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   }
   return solved;
 }

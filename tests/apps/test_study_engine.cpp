@@ -220,3 +220,41 @@ TEST(StudyEngine, CornerLayersJoinLikeTheSection) {
 
 }  // namespace
 }  // namespace brindle::study
+
+namespace brindle::study {
+namespace {
+
+#if defined(BRINDLE_STUDY_HAVE_GMSH)
+// A study of a gmsh geometry by physical names, meshed by the tool, with chi against the plane
+// wall it is: chi = 0.
+TEST(StudyEngine, GeometryStudiedByPhysicalNames) {
+  const json study = {
+      {"geometry", "two_layers.geo"},
+      {"mesh_size", 0.1},
+      {"materials", {{"concrete", 2.3}, {"insulation", 0.04}}},
+      {"environments",
+       {{"inside", {{"temperature", 20}, {"surface_resistance", 0.13}, {"boundaries", {"warm"}}}},
+        {"outside",
+         {{"temperature", -5}, {"surface_resistance", 0.04}, {"boundaries", {"cold"}}}}}},
+      {"chi", {{"U", {1.0 / (0.13 + 0.2 / 2.3 + 0.1 / 0.04 + 0.04)}}, {"areas", {1.0}}}}};
+  const json s = RunStudy(study, nullptr, BRINDLE_STUDY_TEST_DATA, "", "two_layers.json");
+  EXPECT_EQ(s["dimension"], 3);
+  EXPECT_NEAR(s["chi"]["value"].get<double>(), 0.0, 1e-6);
+  EXPECT_GT(s["mesh"]["elements"].get<int>(), 100);
+}
+#endif
+
+// psi of a plane wall section against its own U value is zero.
+TEST(StudyEngine, PsiOfAPlaneWallIsZero) {
+  const Wall wall;
+  json study = WallStudy(wall, "m");
+  study["psi"] = {{"U", {wall.UValue()}}, {"lengths", {0.3}}};
+  const TriMesh mesh = MeshSection(WallBlocks(false), WallMaterials(), {0.05, 0.1, 1.5});
+  const json s =
+      SolveStudy(ParseStudy(study, "wall.json"), BlockStudyMesh(mesh, TagWallFaces)).summary;
+  EXPECT_NEAR(s["psi"]["value"].get<double>(), 0.0, 1e-9);
+  EXPECT_EQ(s["psi"]["between"], json({"inside", "outside"}));
+}
+
+}  // namespace
+}  // namespace brindle::study

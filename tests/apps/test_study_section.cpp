@@ -11,7 +11,6 @@
 #include "examples.h"
 #include "medit.h"
 #include "section_study.h"
-#include "user_model.h"
 
 namespace brindle::study {
 namespace {

@@ -7,7 +7,6 @@
 #include "example_study.h"
 #include "examples.h"
 #include "medit.h"
-#include "user_model.h"
 
 namespace brindle::study {
 namespace {
