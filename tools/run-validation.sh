@@ -6,5 +6,4 @@ set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 out="${1:-$root/build/validation}"
 [ -f "$root/build/release/CMakeCache.txt" ] && export BRINDLE_STUDY_BUILD_DIR="$root/build/release"
-rm -rf "$out"
 bash "$root/tools/run-study.sh" --validate --output "$out"
