@@ -34,7 +34,8 @@ check "2-D psi change between finest meshes" "$(value finest_change)" 0 0.01
 check "2-D L2D, W/(m K)" "$(value L2D_W_per_mK)" 1.271 1.297
 check "2-D psi, W/(m K)" "$(value psi_W_per_mK)" 0.839 0.856
 check "2-D f_Rsi" "$(value fRsi 1)" 0.830 0.840
-check "3-D chi, W/K" "$(value chi_W_per_K)" 0.045 0.050
+check "3-D chi, W/K" "$(value chi_W_per_K)" 0.044 0.047
+check "3-D chi change between finest meshes" "$(value finest_change 2)" 0 0.01
 check "3-D f_Rsi" "$(value fRsi 2)" 0.950 0.960
 for f in slab-2d.svg wall-2d.svg slab-2d.vtk wall-2d.vtk slab-2d.mesh slab-2d.json steel-3d.vtk \
          steel-3d.mesh steel-3d.json; do

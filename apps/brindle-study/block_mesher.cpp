@@ -53,13 +53,14 @@ NodeClass ClassifyNode(const std::vector<int>& cells, const std::vector<Block>& 
 }
 
 // Grid lines along one axis through every block face.
-std::vector<double> AxisLines(const std::vector<Block>& blocks, int axis, const MeshSizes& sizes) {
+std::vector<double> AxisLines(const std::vector<Block>& blocks, int axis, const MeshSizes& sizes,
+                              const GradingFocus& focus) {
   std::vector<double> breaks;
   for (const Block& block : blocks) {
     breaks.push_back(block.low[axis]);
     breaks.push_back(block.high[axis]);
   }
-  return GradedLines(breaks, sizes);
+  return GradedLines(breaks, sizes, focus.lines[axis], focus.otherBreaks);
 }
 
 // The block a cell belongs to: the last block containing the cell centre, or -1.
@@ -88,11 +89,11 @@ void CheckBlocks(const std::vector<Block>& blocks, const std::vector<Material>& 
 }  // namespace
 
 TriMesh MeshSection(const std::vector<Block>& blocks, const std::vector<Material>& materials,
-                    const MeshSizes& sizes) {
+                    const MeshSizes& sizes, const GradingFocus& focus) {
   CheckBlocks(blocks, materials, 2);
   const std::vector<int> thin = ThinAxes(blocks, materials, 2);
-  const std::vector<double> xs = AxisLines(blocks, 0, sizes);
-  const std::vector<double> ys = AxisLines(blocks, 1, sizes);
+  const std::vector<double> xs = AxisLines(blocks, 0, sizes, focus);
+  const std::vector<double> ys = AxisLines(blocks, 1, sizes, focus);
   const int nx = static_cast<int>(xs.size()) - 1;
   const int ny = static_cast<int>(ys.size()) - 1;
 
@@ -141,12 +142,12 @@ TriMesh MeshSection(const std::vector<Block>& blocks, const std::vector<Material
 }
 
 TetMesh MeshBlocks(const std::vector<Block>& blocks, const std::vector<Material>& materials,
-                   const MeshSizes& sizes) {
+                   const MeshSizes& sizes, const GradingFocus& focus) {
   CheckBlocks(blocks, materials, 3);
   const std::vector<int> thin = ThinAxes(blocks, materials, 3);
   std::array<std::vector<double>, 3> lines;
   for (int a = 0; a < 3; ++a)
-    lines[a] = AxisLines(blocks, a, sizes);
+    lines[a] = AxisLines(blocks, a, sizes, focus);
   const int n0 = static_cast<int>(lines[0].size()) - 1;
   const int n1 = static_cast<int>(lines[1].size()) - 1;
   const int n2 = static_cast<int>(lines[2].size()) - 1;

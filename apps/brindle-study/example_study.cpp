@@ -54,11 +54,12 @@ void FillFromOutcome(const StudyOutcome& o, Mesh& mesh) {
 }  // namespace
 
 StudyMesh DetailStudyMesh(const Detail& detail, const MeshSizes& sizes, int dimension) {
-  StudyMesh mesh = dimension == 2
-                       ? BlockStudyMesh(MeshSection(detail.blocks, detail.materials, sizes),
-                                        DetailTagger(detail))
-                       : BlockStudyMesh(MeshBlocks(detail.blocks, detail.materials, sizes),
-                                        DetailTagger(detail));
+  StudyMesh mesh =
+      dimension == 2
+          ? BlockStudyMesh(MeshSection(detail.blocks, detail.materials, sizes, detail.focus),
+                           DetailTagger(detail))
+          : BlockStudyMesh(MeshBlocks(detail.blocks, detail.materials, sizes, detail.focus),
+                           DetailTagger(detail));
   for (std::size_t m = 0; m < detail.materials.size(); ++m)
     mesh.names[{dimension, static_cast<int>(m) + 1}] = detail.materials[m].name;
   mesh.names[{dimension - 1, kInside}] = "room side";

@@ -43,6 +43,10 @@ Detail SteelBarDetail() {
       {{concrete, 0, 0}, {outer, edge, edge}, kInsulation},
       {{anchor, 0, 0}, {outer, bar, bar}, kSteel},
   };
+  // The flow crowds along the bar's edges, where steel meets insulation: the mesh is finest at
+  // the bar's faces and ends and at the insulation's faces, 20 times coarser at the room face,
+  // the symmetry planes and the cut edges.
+  detail.focus = {{{{anchor, concrete, outer}, {bar}, {bar}}}, 20.0};
   detail.wallArea = edge * edge;
   detail.symmetryCopies = 4;
   detail.outsideFace = outer;

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "grading.h"
 #include "model.h"
 
 namespace brindle::study {
@@ -30,6 +31,7 @@ struct Detail {
   double wallArea = 0.0;     // 3-D: area of the modelled wall on its exterior face, m2
   int symmetryCopies = 1;    // the model is this fraction of the whole detail
   double outsideFace = 0.0;  // m
+  GradingFocus focus;        // where the mesh is finest; none: next to every block face
 };
 
 // Thermal transmittance of a plane wall with both surface resistances, W/(m2 K).

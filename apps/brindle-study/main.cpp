@@ -5,6 +5,7 @@
 
 #include "options.h"
 #include "study.h"
+#include "validation.h"
 
 int main(int argc, char** argv) {
   using namespace brindle::study;
@@ -14,6 +15,7 @@ int main(int argc, char** argv) {
       std::fputs(UsageText(), stdout);
       return 0;
     }
+    if (options.validate) return RunValidation(options.output);
     return RunStudy(options);
   } catch (const UsageError& e) {
     std::fprintf(stderr, "brindle-study: %s\n", e.what());

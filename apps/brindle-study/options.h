@@ -38,6 +38,7 @@ struct Options {
   std::string mesh;  // the user's MEDIT file; empty runs the built-in examples
   Assignment assignment;
   bool help = false;
+  bool validate = false;  // run the reference cases instead of a study
 };
 
 // Parses argv[1..]; throws UsageError with a one-line reason.

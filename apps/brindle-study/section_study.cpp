@@ -179,6 +179,11 @@ nlohmann::json RunSlabExample(const Options& options, const Progress& progress) 
     }
     const double change = std::abs(psis.back() / psis[psis.size() - 2] - 1.0);
     progress.Line(Format("  psi changes by %.3f %% between the two finest levels", 100 * change));
+    if (change > 0.01)
+      progress.Line(
+          Format("  warning: more than 1 %%: the section is not converged; run a finer level"
+                 " (--refine %d)",
+                 options.refine + 1));
     json["mesh_check"] = {
         {"levels", refineLevels}, {"psi_W_per_mK", psis}, {"finest_change", change}};
   }

@@ -53,6 +53,28 @@ TEST(StudyGrading, LinesPassThroughEveryBreak) {
             1.8 * GradedLines({0.0, 1.0}, sizes).size());
 }
 
+TEST(StudyGrading, FocusLinesGetTheSmallestElementsOtherBreaksCoarserOnes) {
+  const MeshSizes sizes{0.01, 0.1, 1.5};
+  const auto lines = GradedLines({0.0, 0.2, 1.0}, sizes, {0.2}, 4.0);
+  ASSERT_TRUE(std::is_sorted(lines.begin(), lines.end()));
+  EXPECT_EQ(lines.front(), 0.0);
+  EXPECT_EQ(lines.back(), 1.0);
+  const auto at = std::find(lines.begin(), lines.end(), 0.2);
+  ASSERT_NE(at, lines.end());
+  // Next to the focus line the elements are near `smallest` (shrunk a little to fit), next to
+  // the other breaks near four times that, and neighbours never differ by more than the growth.
+  EXPECT_NEAR(*at - *(at - 1), 0.01, 0.003);
+  EXPECT_NEAR(*(at + 1) - *at, 0.01, 0.003);
+  EXPECT_NEAR(lines[1] - lines[0], 0.04, 0.012);
+  EXPECT_NEAR(lines.back() - lines[lines.size() - 2], 0.04, 0.012);
+  for (std::size_t i = 2; i < lines.size(); ++i) {
+    const double ratio = (lines[i] - lines[i - 1]) / (lines[i - 1] - lines[i - 2]);
+    EXPECT_LT(std::max(ratio, 1.0 / ratio), 1.5 * 1.0001) << i;
+  }
+  // Without focus lines the axis grades towards every break as before.
+  EXPECT_EQ(GradedLines({0.0, 0.2, 1.0}, sizes, {}, 4.0), GradedLines({0.0, 0.2, 1.0}, sizes));
+}
+
 double TriangleArea(const TriMesh& mesh, std::size_t f) {
   const auto& t = mesh.triangles[f];
   const Point& a = mesh.points[t[0]];
