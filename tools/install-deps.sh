@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, only those that are missing.
 set -euo pipefail
-packages=(cmake g++ make libeigen3-dev libgtest-dev libbenchmark-dev binutils "$@")
+packages=(cmake g++ make libeigen3-dev libgtest-dev libbenchmark-dev binutils pkg-config "$@")
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
