@@ -35,5 +35,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/brindleConfigVersion.cmak
 install(FILES ${PROJECT_BINARY_DIR}/brindleConfig.cmake ${PROJECT_BINARY_DIR}/brindleConfigVersion.cmake
         DESTINATION ${BRINDLE_INSTALL_CMAKEDIR})
 
+# The prefix is found from the .pc file's own place, so an installed tree can be moved.
+file(RELATIVE_PATH BRINDLE_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/brindle.pc.in ${PROJECT_BINARY_DIR}/brindle.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/brindle.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
