@@ -310,12 +310,14 @@ class ON_CLASS ON_3fVector {
   ON_3fVector UnitVector() const;
 };
 
+// Functions declared without ON_DECL are defined inline in opennurbs_point_inline.h: every
+// module compiles its own copy and none is imported from the library.
 ON_DECL ON_3dPoint operator*(int s, const ON_3dPoint& p);
 ON_DECL ON_3dPoint operator*(float s, const ON_3dPoint& p);
-ON_DECL ON_3dPoint operator*(double s, const ON_3dPoint& p);
+ON_3dPoint operator*(double s, const ON_3dPoint& p);
 ON_DECL ON_3dVector operator*(int s, const ON_3dVector& v);
 ON_DECL ON_3dVector operator*(float s, const ON_3dVector& v);
-ON_DECL ON_3dVector operator*(double s, const ON_3dVector& v);
+ON_3dVector operator*(double s, const ON_3dVector& v);
 ON_DECL ON_3fPoint operator*(int s, const ON_3fPoint& p);
 ON_DECL ON_3fPoint operator*(float s, const ON_3fPoint& p);
 ON_DECL ON_3dPoint operator*(double s, const ON_3fPoint& p);
@@ -323,11 +325,11 @@ ON_DECL ON_3fVector operator*(int s, const ON_3fVector& v);
 ON_DECL ON_3fVector operator*(float s, const ON_3fVector& v);
 ON_DECL ON_3dVector operator*(double s, const ON_3fVector& v);
 
-ON_DECL double ON_DotProduct(const ON_3dVector& a, const ON_3dVector& b);
-ON_DECL float ON_DotProduct(const ON_3fVector& a, const ON_3fVector& b);
-ON_DECL ON_3dVector ON_CrossProduct(const ON_3dVector& a, const ON_3dVector& b);
+double ON_DotProduct(const ON_3dVector& a, const ON_3dVector& b);
+float ON_DotProduct(const ON_3fVector& a, const ON_3fVector& b);
+ON_3dVector ON_CrossProduct(const ON_3dVector& a, const ON_3dVector& b);
 ON_DECL ON_3dVector ON_CrossProduct(const double* a, const double* b);
-ON_DECL ON_3fVector ON_CrossProduct(const ON_3fVector& a, const ON_3fVector& b);
+ON_3fVector ON_CrossProduct(const ON_3fVector& a, const ON_3fVector& b);
 ON_DECL ON_3fVector ON_CrossProduct(const float* a, const float* b);
 
 ON_DECL double ON_TriangleArea3d(ON_3dPoint A, ON_3dPoint B, ON_3dPoint C);
