@@ -3,7 +3,8 @@
 #   cmake -DBUILD=<build tree> -DWORK=<scratch dir> -DSOURCE=<this directory>
 #         -DCXX=<C++ compiler> -DCC=<C compiler> -DLIBDIR=<lib dir name>
 #         -DSUBSET=<ON when the bundled openNURBS is installed too>
-#         -DOPENNURBS_LIBRARY_DIR=<directory of a real openNURBS, else empty> -P run.cmake
+#         -DDEPENDENCY_PATH=<directories of a real openNURBS or shared MMG, :-separated>
+#         -P run.cmake
 function(run)
   execute_process(COMMAND ${ARGV} RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
   if(NOT rc EQUAL 0)
@@ -14,6 +15,12 @@ function(run)
 endfunction()
 
 set(prefix ${WORK}/prefix)
+# The installed library carries no run path; real dependencies live outside the prefix.
+set(ENV{LD_LIBRARY_PATH} "${prefix}/${LIBDIR}:${DEPENDENCY_PATH}")
+set(link_flags "")
+if(DEPENDENCY_PATH)
+  set(link_flags "-Wl,-rpath-link,${DEPENDENCY_PATH}")
+endif()
 file(REMOVE_RECURSE ${WORK})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
 
@@ -30,7 +37,7 @@ endforeach()
 
 # find_package(brindle) and the imported target brindle::brindle.
 run(${CMAKE_COMMAND} -S ${SOURCE} -B ${WORK}/cmake-consumer -DCMAKE_PREFIX_PATH=${prefix}
-    -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_BUILD_TYPE=Release)
+    -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_BUILD_TYPE=Release "-DCMAKE_EXE_LINKER_FLAGS=${link_flags}")
 run(${CMAKE_COMMAND} --build ${WORK}/cmake-consumer)
 run(${WORK}/cmake-consumer/consumer)
 message(STATUS "find_package consumer: ${run_output}")
@@ -43,8 +50,6 @@ run(${PKG_CONFIG} --cflags --libs brindle)
 string(STRIP "${run_output}" flags)
 separate_arguments(flags UNIX_COMMAND "${flags}")
 run(${CC} -std=c99 -Wall -Wextra -pedantic -Werror ${SOURCE}/consumer.c ${flags}
-    -o ${WORK}/pkg-config-consumer)
-# The installed library carries no run path; a real openNURBS lives outside the prefix.
-set(ENV{LD_LIBRARY_PATH} "${prefix}/${LIBDIR}:${OPENNURBS_LIBRARY_DIR}")
+    ${link_flags} -o ${WORK}/pkg-config-consumer)
 run(${WORK}/pkg-config-consumer)
 message(STATUS "pkg-config consumer: ${run_output}")
