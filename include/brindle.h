@@ -31,14 +31,22 @@
 #  define BRINDLE_API
 #endif
 
+/* openNURBS types travel by pointer only, so the header needs no openNURBS include. C callers
+ * see them as opaque structures; an array of lines, ON_SimpleArray<ON_Line> in C++, is
+ * brindle_line_array there. */
 #ifdef __cplusplus
-/* openNURBS types travel by pointer only, so the header needs no openNURBS include. */
 class ON_Mesh;
 class ON_Plane;
 class ON_Line;
 template <class T>
 class ON_SimpleArray;
+typedef ON_SimpleArray<ON_Line> brindle_line_array;
 extern "C" {
+#else
+typedef struct ON_Mesh ON_Mesh;
+typedef struct ON_Plane ON_Plane;
+typedef struct ON_Line ON_Line;
+typedef struct brindle_line_array brindle_line_array;
 #endif
 
 /* ---- Volume conduction solver ------------------------------------------------------------ */
@@ -179,7 +187,7 @@ BRINDLE_API int sldmupdate(void* handle, const double* conductivities, int count
  * Throws std::runtime_error("Large reduced residual") when the solution's residual exceeds
  * 1e-8; nothing is written then. */
 BRINDLE_API int sldmsolve(const void* handle, double* temperatures, int temperatureCount,
-                          double* levels, int levelCount, ON_SimpleArray<ON_Line>* isotherms,
+                          double* levels, int levelCount, brindle_line_array* isotherms,
                           double* faceFlux, int faceFluxCount, double* levelFlow,
                           ON_Mesh* fluxMesh, char* error);
 

@@ -1,7 +1,8 @@
 # Checks a Windows DLL with `objdump -p` (OBJDUMP, defaults to the MinGW-w64 one):
 #  - its export table names exactly the functions declared BRINDLE_API in HEADER;
 #  - it imports no MinGW runtime DLL (libstdc++, libgcc, libwinpthread all start with "lib"),
-#    so the host can load it with nothing beside it.
+#    so the host can load it with nothing beside it;
+#  - it imports every DLL named in REQUIRED_IMPORTS (the shared openNURBS it links).
 include("${CMAKE_CURRENT_LIST_DIR}/header_exports.cmake")
 brindle_header_exports(expected "${HEADER}")
 if(NOT OBJDUMP)
@@ -41,8 +42,14 @@ endforeach()
 if(NOT "${expected}" STREQUAL "${actual}")
   message(FATAL_ERROR "DLL exports differ from the header.\n  header: ${expected}\n  dll: ${actual}")
 endif()
+foreach(required IN LISTS REQUIRED_IMPORTS)
+  list(FIND imports "${required}" found)
+  if(found EQUAL -1)
+    message(FATAL_ERROR "${LIBRARY} does not import ${required}; it imports: ${imports}")
+  endif()
+endforeach()
 if(runtime_imports)
   message(FATAL_ERROR "${LIBRARY} needs MinGW runtime DLLs beside it: ${runtime_imports}")
 endif()
 message(STATUS "DLL exports match the header: ${expected}")
-message(STATUS "DLL imports only system libraries: ${imports}")
+message(STATUS "DLL imports only system libraries and ${REQUIRED_IMPORTS}: ${imports}")

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Cross-builds brindle.dll for 64-bit Windows with MinGW-w64 (Release, warnings as errors),
-# checks its export table against include/brindle.h and that it needs no MinGW runtime DLL,
+# checks its export table against include/brindle.h, that it needs no MinGW runtime DLL and that
+# it imports the bundled openNURBS DLL (brindle_opennurbs.dll, copied beside every test program),
 # then runs the Windows test programs under wine when wine can be installed.
 #
 #   bash tools/build-windows.sh            # build, check, test
@@ -58,7 +59,8 @@ cmake -S . -B "$build" -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_BUILD_TYPE=Re
 cmake --build "$build" -j "$jobs"
 
 cmake -DLIBRARY="$build/src/brindle.dll" -DHEADER="$root/include/brindle.h" \
-      -DOBJDUMP=$triple-objdump -P tests/check_dll_exports.cmake
+      -DOBJDUMP=$triple-objdump -DREQUIRED_IMPORTS=brindle_opennurbs.dll \
+      -P tests/check_dll_exports.cmake
 
 if [ "$run_tests" = 1 ]; then
   display=()

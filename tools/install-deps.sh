@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, only those that are missing.
 set -euo pipefail
-packages=(cmake g++ make libeigen3-dev libgtest-dev libbenchmark-dev binutils nlohmann-json3-dev libgmsh-dev gmsh
-          "$@")
+packages=(cmake g++ make libeigen3-dev libgtest-dev libbenchmark-dev binutils pkg-config
+          nlohmann-json3-dev libgmsh-dev gmsh "$@")
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

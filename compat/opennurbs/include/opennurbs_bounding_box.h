@@ -5,7 +5,7 @@
 
 #include "opennurbs_point.h"
 
-class ON_BoundingBox {
+class ON_CLASS ON_BoundingBox {
  public:
   static const ON_BoundingBox EmptyBoundingBox;
   static const ON_BoundingBox UnsetBoundingBox;

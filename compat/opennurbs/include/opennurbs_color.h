@@ -1,9 +1,11 @@
 #ifndef BRINDLE_COMPAT_OPENNURBS_COLOR_H
 #define BRINDLE_COMPAT_OPENNURBS_COLOR_H
 
+#include "opennurbs_defines.h"
+
 // A packed 32-bit colour. Bytes in memory are R, G, B, A; the fourth byte is transparency
 // (0 = opaque, 255 = fully transparent).
-class ON_Color {
+class ON_CLASS ON_Color {
  public:
   ON_Color() = default;
   ON_Color(unsigned int colorref);

@@ -7,6 +7,30 @@
 #include <cstddef>
 #include <cstdint>
 
+// Linkage of the library's classes, functions and globals. The library itself is compiled with
+// OPENNURBS_EXPORTS and its users with OPENNURBS_IMPORTS, so one copy of every type's code and
+// data lives in the shared library and is used by every module of the process.
+#if defined(OPENNURBS_EXPORTS) && defined(OPENNURBS_IMPORTS)
+#error At most one of OPENNURBS_EXPORTS or OPENNURBS_IMPORTS can be defined.
+#endif
+#if defined(_WIN32) && defined(OPENNURBS_EXPORTS)
+#define ON_CLASS __declspec(dllexport)
+#define ON_DECL __declspec(dllexport)
+#define ON_EXTERN_DECL __declspec(dllexport)
+#elif defined(_WIN32) && defined(OPENNURBS_IMPORTS)
+#define ON_CLASS __declspec(dllimport)
+#define ON_DECL __declspec(dllimport)
+#define ON_EXTERN_DECL __declspec(dllimport)
+#elif defined(OPENNURBS_EXPORTS) || defined(OPENNURBS_IMPORTS)
+#define ON_CLASS __attribute__((visibility("default")))
+#define ON_DECL __attribute__((visibility("default")))
+#define ON_EXTERN_DECL __attribute__((visibility("default")))
+#else
+#define ON_CLASS
+#define ON_DECL
+#define ON_EXTERN_DECL
+#endif
+
 #define ON__INT64 int64_t
 #define ON__UINT64 uint64_t
 
@@ -31,20 +55,20 @@
 #define ON_IS_VALID_FLOAT(x) ((x) > ON_UNSET_FLOAT && (x) < ON_UNSET_POSITIVE_FLOAT)
 
 extern "C" {
-void* onmalloc(size_t sz);
-void* oncalloc(size_t num, size_t sz);
-void onfree(void* memblock);
-void* onrealloc(void* memblock, size_t sz);
+ON_DECL void* onmalloc(size_t sz);
+ON_DECL void* oncalloc(size_t num, size_t sz);
+ON_DECL void onfree(void* memblock);
+ON_DECL void* onrealloc(void* memblock, size_t sz);
 }
 
-bool ON_IsValid(double x);
+ON_DECL bool ON_IsValid(double x);
 
 // Deliberately plain overloads: mixed argument types must stay ambiguous.
-double ON_Min(double a, double b);
-float ON_Min(float a, float b);
-int ON_Min(int a, int b);
-double ON_Max(double a, double b);
-float ON_Max(float a, float b);
-int ON_Max(int a, int b);
+ON_DECL double ON_Min(double a, double b);
+ON_DECL float ON_Min(float a, float b);
+ON_DECL int ON_Min(int a, int b);
+ON_DECL double ON_Max(double a, double b);
+ON_DECL float ON_Max(float a, float b);
+ON_DECL int ON_Max(int a, int b);
 
 #endif

@@ -5,7 +5,7 @@
 
 #include "opennurbs_point.h"
 
-class ON_Line {
+class ON_CLASS ON_Line {
  public:
   ON_3dPoint from;
   ON_3dPoint to;

@@ -11,7 +11,7 @@
 #include "opennurbs_point_array.h"
 
 // Four vertex indices; a triangle repeats its third index (vi[2] == vi[3]).
-class ON_MeshFace {
+class ON_CLASS ON_MeshFace {
  public:
   int vi[4];
 
@@ -35,12 +35,12 @@ class ON_MeshFace {
   void Flip();
 };
 
-class ON_SurfaceCurvature {
+class ON_CLASS ON_SurfaceCurvature {
  public:
   double k1, k2;
 };
 
-class ON_Mesh : public ON_Geometry {
+class ON_CLASS ON_Mesh : public ON_Geometry {
  public:
   ON_Mesh();
   ON_Mesh(int initial_face_array_capacity, int initial_vertex_array_capacity,

@@ -1,6 +1,8 @@
 #ifndef BRINDLE_COMPAT_OPENNURBS_OBJECT_H
 #define BRINDLE_COMPAT_OPENNURBS_OBJECT_H
 
+#include "opennurbs_defines.h"
+
 // Base classes: every object can carry key/value user strings; geometry has a bounding box.
 
 #include <utility>
@@ -11,7 +13,7 @@
 
 class ON_TextLog;
 
-class ON_Object {
+class ON_CLASS ON_Object {
  public:
   ON_Object() noexcept;
   virtual ~ON_Object();
@@ -35,7 +37,7 @@ class ON_Object {
   std::vector<std::pair<ON_wString, ON_wString>> m_user_strings;
 };
 
-class ON_Geometry : public ON_Object {
+class ON_CLASS ON_Geometry : public ON_Object {
  public:
   ON_Geometry() noexcept;
   ~ON_Geometry() override;

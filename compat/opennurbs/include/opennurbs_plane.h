@@ -5,7 +5,7 @@
 
 #include "opennurbs_point.h"
 
-class ON_PlaneEquation {
+class ON_CLASS ON_PlaneEquation {
  public:
   double x, y, z, d;
 
@@ -19,7 +19,7 @@ class ON_PlaneEquation {
   bool IsValid() const;
 };
 
-class ON_Plane {
+class ON_CLASS ON_Plane {
  public:
   ON_Plane();
   ON_Plane(const ON_3dPoint& origin, const ON_3dVector& normal);
@@ -49,6 +49,6 @@ class ON_Plane {
   ON_PlaneEquation plane_equation;
 };
 
-extern const ON_Plane ON_xy_plane;
+ON_EXTERN_DECL extern const ON_Plane ON_xy_plane;
 
 #endif

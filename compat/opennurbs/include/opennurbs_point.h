@@ -14,21 +14,21 @@ class ON_3dVector;
 class ON_3fPoint;
 class ON_3fVector;
 
-class ON_2dPoint {
+class ON_CLASS ON_2dPoint {
  public:
   double x, y;
   ON_2dPoint() = default;
   explicit ON_2dPoint(double x, double y);
 };
 
-class ON_2fPoint {
+class ON_CLASS ON_2fPoint {
  public:
   float x, y;
   ON_2fPoint() = default;
   explicit ON_2fPoint(float x, float y);
 };
 
-class ON_3dPoint {
+class ON_CLASS ON_3dPoint {
  public:
   double x, y, z;
 
@@ -95,7 +95,7 @@ class ON_3dPoint {
   double MaximumCoordinate() const;
 };
 
-class ON_3dVector {
+class ON_CLASS ON_3dVector {
  public:
   double x, y, z;
 
@@ -172,7 +172,7 @@ class ON_3dVector {
   static const ON_3dVector CrossProduct(ON_3dVector A, ON_3dVector B);
 };
 
-class ON_3fPoint {
+class ON_CLASS ON_3fPoint {
  public:
   float x, y, z;
 
@@ -237,7 +237,7 @@ class ON_3fPoint {
   double MaximumCoordinate() const;
 };
 
-class ON_3fVector {
+class ON_CLASS ON_3fVector {
  public:
   float x, y, z;
 
@@ -310,27 +310,29 @@ class ON_3fVector {
   ON_3fVector UnitVector() const;
 };
 
-ON_3dPoint operator*(int s, const ON_3dPoint& p);
-ON_3dPoint operator*(float s, const ON_3dPoint& p);
+// Functions declared without ON_DECL are defined inline in opennurbs_point_inline.h: every
+// module compiles its own copy and none is imported from the library.
+ON_DECL ON_3dPoint operator*(int s, const ON_3dPoint& p);
+ON_DECL ON_3dPoint operator*(float s, const ON_3dPoint& p);
 ON_3dPoint operator*(double s, const ON_3dPoint& p);
-ON_3dVector operator*(int s, const ON_3dVector& v);
-ON_3dVector operator*(float s, const ON_3dVector& v);
+ON_DECL ON_3dVector operator*(int s, const ON_3dVector& v);
+ON_DECL ON_3dVector operator*(float s, const ON_3dVector& v);
 ON_3dVector operator*(double s, const ON_3dVector& v);
-ON_3fPoint operator*(int s, const ON_3fPoint& p);
-ON_3fPoint operator*(float s, const ON_3fPoint& p);
-ON_3dPoint operator*(double s, const ON_3fPoint& p);
-ON_3fVector operator*(int s, const ON_3fVector& v);
-ON_3fVector operator*(float s, const ON_3fVector& v);
-ON_3dVector operator*(double s, const ON_3fVector& v);
+ON_DECL ON_3fPoint operator*(int s, const ON_3fPoint& p);
+ON_DECL ON_3fPoint operator*(float s, const ON_3fPoint& p);
+ON_DECL ON_3dPoint operator*(double s, const ON_3fPoint& p);
+ON_DECL ON_3fVector operator*(int s, const ON_3fVector& v);
+ON_DECL ON_3fVector operator*(float s, const ON_3fVector& v);
+ON_DECL ON_3dVector operator*(double s, const ON_3fVector& v);
 
 double ON_DotProduct(const ON_3dVector& a, const ON_3dVector& b);
 float ON_DotProduct(const ON_3fVector& a, const ON_3fVector& b);
 ON_3dVector ON_CrossProduct(const ON_3dVector& a, const ON_3dVector& b);
-ON_3dVector ON_CrossProduct(const double* a, const double* b);
+ON_DECL ON_3dVector ON_CrossProduct(const double* a, const double* b);
 ON_3fVector ON_CrossProduct(const ON_3fVector& a, const ON_3fVector& b);
-ON_3fVector ON_CrossProduct(const float* a, const float* b);
+ON_DECL ON_3fVector ON_CrossProduct(const float* a, const float* b);
 
-double ON_TriangleArea3d(ON_3dPoint A, ON_3dPoint B, ON_3dPoint C);
+ON_DECL double ON_TriangleArea3d(ON_3dPoint A, ON_3dPoint B, ON_3dPoint C);
 
 #include "opennurbs_point_inline.h"
 

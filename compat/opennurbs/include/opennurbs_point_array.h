@@ -6,7 +6,7 @@
 #include "opennurbs_array.h"
 #include "opennurbs_point.h"
 
-class ON_3dPointArray : public ON_SimpleArray<ON_3dPoint> {
+class ON_CLASS ON_3dPointArray : public ON_SimpleArray<ON_3dPoint> {
  public:
   ON_3dPointArray();
   ON_3dPointArray(int initial_capacity);
@@ -16,7 +16,7 @@ class ON_3dPointArray : public ON_SimpleArray<ON_3dPoint> {
   ON_3dPointArray& operator=(const ON_SimpleArray<ON_3fPoint>& src);
 };
 
-class ON_3fPointArray : public ON_SimpleArray<ON_3fPoint> {
+class ON_CLASS ON_3fPointArray : public ON_SimpleArray<ON_3fPoint> {
  public:
   ON_3fPointArray();
   ON_3fPointArray(int initial_capacity);
@@ -24,7 +24,7 @@ class ON_3fPointArray : public ON_SimpleArray<ON_3fPoint> {
   ON_3fPointArray& operator=(const ON_3fPointArray& src);
 };
 
-class ON_3fVectorArray : public ON_SimpleArray<ON_3fVector> {
+class ON_CLASS ON_3fVectorArray : public ON_SimpleArray<ON_3fVector> {
  public:
   ON_3fVectorArray();
   ON_3fVectorArray(int initial_capacity);
@@ -32,7 +32,7 @@ class ON_3fVectorArray : public ON_SimpleArray<ON_3fVector> {
   ON_3fVectorArray& operator=(const ON_3fVectorArray& src);
 };
 
-class ON_2fPointArray : public ON_SimpleArray<ON_2fPoint> {
+class ON_CLASS ON_2fPointArray : public ON_SimpleArray<ON_2fPoint> {
  public:
   ON_2fPointArray();
   ON_2fPointArray(int initial_capacity);
@@ -40,7 +40,7 @@ class ON_2fPointArray : public ON_SimpleArray<ON_2fPoint> {
   ON_2fPointArray& operator=(const ON_2fPointArray& src);
 };
 
-class ON_2dPointArray : public ON_SimpleArray<ON_2dPoint> {
+class ON_CLASS ON_2dPointArray : public ON_SimpleArray<ON_2dPoint> {
  public:
   ON_2dPointArray();
   ON_2dPointArray(int initial_capacity);

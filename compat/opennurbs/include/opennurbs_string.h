@@ -1,12 +1,14 @@
 #ifndef BRINDLE_COMPAT_OPENNURBS_STRING_H
 #define BRINDLE_COMPAT_OPENNURBS_STRING_H
 
+#include "opennurbs_defines.h"
+
 // Wide-character strings and the text log that appends to one.
 
 #include <cstdio>
 #include <string>
 
-class ON_wString {
+class ON_CLASS ON_wString {
  public:
   static const ON_wString EmptyString;
 
@@ -44,27 +46,27 @@ class ON_wString {
   std::wstring m_s;
 };
 
-bool operator==(const ON_wString& lhs, const ON_wString& rhs);
-bool operator!=(const ON_wString& lhs, const ON_wString& rhs);
-bool operator<(const ON_wString& lhs, const ON_wString& rhs);
-bool operator>(const ON_wString& lhs, const ON_wString& rhs);
-bool operator<=(const ON_wString& lhs, const ON_wString& rhs);
-bool operator>=(const ON_wString& lhs, const ON_wString& rhs);
-bool operator==(const ON_wString& lhs, const wchar_t* rhs);
-bool operator!=(const ON_wString& lhs, const wchar_t* rhs);
-bool operator<(const ON_wString& lhs, const wchar_t* rhs);
-bool operator>(const ON_wString& lhs, const wchar_t* rhs);
-bool operator<=(const ON_wString& lhs, const wchar_t* rhs);
-bool operator>=(const ON_wString& lhs, const wchar_t* rhs);
-bool operator==(const wchar_t* lhs, const ON_wString& rhs);
-bool operator!=(const wchar_t* lhs, const ON_wString& rhs);
-bool operator<(const wchar_t* lhs, const ON_wString& rhs);
-bool operator>(const wchar_t* lhs, const ON_wString& rhs);
-bool operator<=(const wchar_t* lhs, const ON_wString& rhs);
-bool operator>=(const wchar_t* lhs, const ON_wString& rhs);
+ON_DECL bool operator==(const ON_wString& lhs, const ON_wString& rhs);
+ON_DECL bool operator!=(const ON_wString& lhs, const ON_wString& rhs);
+ON_DECL bool operator<(const ON_wString& lhs, const ON_wString& rhs);
+ON_DECL bool operator>(const ON_wString& lhs, const ON_wString& rhs);
+ON_DECL bool operator<=(const ON_wString& lhs, const ON_wString& rhs);
+ON_DECL bool operator>=(const ON_wString& lhs, const ON_wString& rhs);
+ON_DECL bool operator==(const ON_wString& lhs, const wchar_t* rhs);
+ON_DECL bool operator!=(const ON_wString& lhs, const wchar_t* rhs);
+ON_DECL bool operator<(const ON_wString& lhs, const wchar_t* rhs);
+ON_DECL bool operator>(const ON_wString& lhs, const wchar_t* rhs);
+ON_DECL bool operator<=(const ON_wString& lhs, const wchar_t* rhs);
+ON_DECL bool operator>=(const ON_wString& lhs, const wchar_t* rhs);
+ON_DECL bool operator==(const wchar_t* lhs, const ON_wString& rhs);
+ON_DECL bool operator!=(const wchar_t* lhs, const ON_wString& rhs);
+ON_DECL bool operator<(const wchar_t* lhs, const ON_wString& rhs);
+ON_DECL bool operator>(const wchar_t* lhs, const ON_wString& rhs);
+ON_DECL bool operator<=(const wchar_t* lhs, const ON_wString& rhs);
+ON_DECL bool operator>=(const wchar_t* lhs, const ON_wString& rhs);
 
 // Formatted text output: to stdout by default, to a FILE, or appended to a caller's string.
-class ON_TextLog {
+class ON_CLASS ON_TextLog {
  public:
   ON_TextLog();
   ON_TextLog(FILE* fp);
