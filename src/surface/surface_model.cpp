@@ -8,12 +8,26 @@
 namespace brindle {
 
 int SurfaceModel::LargestRegion() const {
-  return faceRegion.empty() ? -1 : *std::max_element(faceRegion.begin(), faceRegion.end());
+  return usedRegions.empty() ? -1 : usedRegions.back();
+}
+
+void SurfaceModel::IndexRegions() {
+  usedRegions = faceRegion;
+  std::sort(usedRegions.begin(), usedRegions.end());
+  usedRegions.erase(std::unique(usedRegions.begin(), usedRegions.end()), usedRegions.end());
+  faceRegionSlot.resize(faceRegion.size());
+  for (std::size_t f = 0; f < faceRegion.size(); ++f) {
+    const auto slot = std::lower_bound(usedRegions.begin(), usedRegions.end(), faceRegion[f]);
+    faceRegionSlot[f] = static_cast<int>(slot - usedRegions.begin());
+  }
 }
 
 bool SurfaceModel::SetConductivities(const double* values, int count) {
   if (count > LargestRegion()) {
-    conductivity.assign(values, values + count);
+    std::vector<double> taken(usedRegions.size());
+    for (std::size_t i = 0; i < usedRegions.size(); ++i)
+      taken[i] = values[usedRegions[i]];
+    conductivity.swap(taken);
     return true;
   }
   conductivity.clear();
@@ -21,8 +35,7 @@ bool SurfaceModel::SetConductivities(const double* values, int count) {
 }
 
 void SurfaceModel::SetDefaultConductivities() {
-  const std::vector<double> ones(static_cast<std::size_t>(LargestRegion() + 1), 1.0);
-  SetConductivities(ones.data(), static_cast<int>(ones.size()));
+  conductivity.assign(usedRegions.size(), 1.0);
 }
 
 int CheckSurfaceInput(const ON_Mesh* mesh, int method, char* error) {
@@ -159,6 +172,7 @@ int BuildSurfaceModel(const ON_Mesh& input, const int* faceRegions, SurfaceModel
   if (const int code = CheckFaceIndices(input, error)) return code;
   if (const int code = CopyFaceRegions(faceRegions, input.FaceCount(), model.faceRegion, error))
     return code;
+  model.IndexRegions();
   OrderVertices(input, model);
   CopyVerticesAndFaces(input, model);
 
