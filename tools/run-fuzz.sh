@@ -34,7 +34,7 @@ for h in "${harnesses[@]}"; do
   echo "--- fuzz_$h for ${seconds}s"
   if ! build/fuzz/tests/fuzz/fuzz_$h "$scratch/$h" "tests/fuzz/corpus/$h" \
       -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -malloc_limit_mb=2048 \
-      -close_fd_mask=1 -print_final_stats=1 -artifact_prefix="$scratch/artifacts-$h/" \
+      -close_fd_mask=3 -print_final_stats=1 -artifact_prefix="$scratch/artifacts-$h/" \
       > "$scratch/$h.log" 2>&1; then
     failed=1
     grep -v '^#\|^INFO' "$scratch/$h.log" | tail -60
