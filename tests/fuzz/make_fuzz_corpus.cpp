@@ -1,6 +1,7 @@
 // Writes the seed inputs of the fuzz harnesses: small valid studies in each harness's byte
 // layout, so that fuzzing starts from inputs that reach the solvers and the cut.
-// Usage: make_fuzz_corpus <corpus directory>; each harness gets <dir>/<harness>/seed-<name>.
+// Usage: make_fuzz_corpus <corpus directory>; each harness gets <dir>/<harness>/seed-* and the
+// reproducers of fixed findings <dir>/<harness>/repro-*.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -22,7 +23,7 @@ fs::path corpusRoot;
 void Save(const std::string& harness, const std::string& name, const ByteWriter& out) {
   const fs::path dir = corpusRoot / harness;
   fs::create_directories(dir);
-  std::ofstream file(dir / ("seed-" + name), std::ios::binary);
+  std::ofstream file(dir / name, std::ios::binary);
   file.write(reinterpret_cast<const char*>(out.bytes.data()),
              static_cast<std::streamsize>(out.bytes.size()));
 }
@@ -103,7 +104,7 @@ void VolumeSeeds() {
     out.Byte(1);
     out.Int(2);
     out.Byte(0);
-    Save("volume", "cube-" + std::to_string(variant), out);
+    Save("volume", "seed-cube-" + std::to_string(variant), out);
   }
 }
 
@@ -140,7 +141,7 @@ void SurfaceSeeds() {
     out.Byte(5);
     out.Byte(0);
     WriteSolve(out, 1);
-    Save("surface", "grid-method" + std::to_string(method), out);
+    Save("surface", "seed-grid-method" + std::to_string(method), out);
   }
 }
 
@@ -159,7 +160,7 @@ void CuttingSeeds() {
       const double x = v < mesh.points.size() ? mesh.points[v].x : 0.0;
       out.Byte(static_cast<std::uint8_t>(128 + static_cast<int>(32 * (x - 1.3))));
     }
-    Save("cutting", "plane-" + std::to_string(variant), out);
+    Save("cutting", "seed-plane-" + std::to_string(variant), out);
   }
 }
 
@@ -172,7 +173,7 @@ void MeshtoolSeeds() {
     fuzz::WriteMesh(out, tool == 5 || tool == 3 ? grid : cube);
     out.Byte(0);
     out.Byte(0);
-    Save("meshtools", "tool" + std::to_string(tool), out);
+    Save("meshtools", "seed-tool" + std::to_string(tool), out);
   }
   ByteWriter rect;
   rect.Byte(6);
@@ -181,7 +182,7 @@ void MeshtoolSeeds() {
   rect.Byte(1);
   rect.Byte(5);
   rect.Byte(4);
-  Save("meshtools", "rect", rect);
+  Save("meshtools", "seed-rect", rect);
 }
 
 void EncodingSeeds() {
@@ -193,7 +194,60 @@ void EncodingSeeds() {
     out.Float(0.6f);
     out.Float(0.0f);
     out.Float(0.8f);
-    Save("encodings", "value" + std::to_string(value), out);
+    Save("encodings", "seed-value" + std::to_string(value), out);
+  }
+}
+
+// Inputs of fixed findings, kept so that every run replays them.
+void Reproducers() {
+  {
+    // A grid whose vertex and colour arrays cannot be reserved.
+    ByteWriter out;
+    out.Byte(6);
+    out.Byte(0);
+    out.Byte(3);
+    out.Byte(1);
+    out.Byte(200);
+    out.Int(30000);
+    out.Byte(200);
+    out.Int(30000);
+    Save("meshtools", "repro-rect-unreservable", out);
+  }
+  {
+    // Region numbers INT_MAX and 3e8 on a few faces, then an update.
+    const SeedMesh grid = Grid(2, 2, 2);
+    ByteWriter out;
+    fuzz::WriteMesh(out, grid);
+    out.Flag(false);
+    out.Byte(1);
+    out.Byte(1);  // raw region numbers
+    for (std::size_t f = 0; f <= grid.faces.size(); ++f)
+      out.Int(f % 2 ? 2147483647 : 300000000);
+    out.Byte(0);
+    out.Byte(1);
+    out.Flag(true);
+    out.Byte(3);
+    for (int i = 0; i < 3; ++i) {
+      out.Flag(false);
+      out.Byte(1);
+    }
+    out.Byte(0);
+    WriteSolve(out, 2);
+    Save("surface", "repro-region-intmax", out);
+  }
+  {
+    // A nearly flat tetrahedron: the level-set call stops with a low failure.
+    SeedMesh flat;
+    flat.points = {ON_3dPoint(0, 20, 0), ON_3dPoint(15, 20, 0), ON_3dPoint(0, 30, 0),
+                   ON_3dPoint(5, 25, 1e-40)};
+    flat.faces = {{0, 1, 2, 3}};
+    ByteWriter out;
+    fuzz::WriteMesh(out, flat);
+    out.Byte(16);
+    out.Byte(0);
+    for (int v : {160, 160, 160, 96, 128})
+      out.Byte(static_cast<std::uint8_t>(v));
+    Save("cutting", "repro-flat-tetrahedron", out);
   }
 }
 
@@ -210,5 +264,6 @@ int main(int argc, char** argv) {
   CuttingSeeds();
   MeshtoolSeeds();
   EncodingSeeds();
+  Reproducers();
   return 0;
 }
