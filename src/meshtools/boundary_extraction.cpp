@@ -1,9 +1,25 @@
 #include "meshtools/boundary_extraction.h"
 
+#include <new>
+
 #include "brindle.h"
 #include "common/error_text.h"
 
 namespace brindle {
+
+namespace {
+
+// openNURBS arrays report a failed growth only through their capacity; AppendNew would then
+// write through a null buffer.
+ON_MeshFace& AppendFace(ON_SimpleArray<ON_MeshFace>& faces) {
+  if (faces.Count() == faces.Capacity()) {
+    faces.Reserve(static_cast<std::size_t>(faces.NewCapacity()));
+    if (faces.Count() == faces.Capacity()) throw std::bad_alloc();
+  }
+  return faces.AppendNew();
+}
+
+}  // namespace
 
 void AddTetrahedra(const ON_Mesh& tetrahedra, FaceTable& table) {
   for (int t = 0; t < tetrahedra.FaceCount(); ++t)
@@ -20,12 +36,17 @@ std::unique_ptr<ON_Mesh> ExtractBoundaryMesh(const ON_Mesh& tetrahedra,
   boundary->m_V = tetrahedra.m_V;
   boundary->m_dV = tetrahedra.m_dV;
   if (tetrahedra.m_C.Count() > 0) boundary->m_C = tetrahedra.m_C;
+  if (boundary->m_V.Count() != tetrahedra.m_V.Count() ||
+      boundary->m_dV.Count() != tetrahedra.m_dV.Count() ||
+      boundary->m_C.Count() != tetrahedra.m_C.Count()) {
+    throw std::bad_alloc();  // a copy that could not get its memory comes out short
+  }
 
   BoundaryFaceCounts found;
   ON_SimpleArray<ON_MeshFace>& faces = boundary->m_F;
   table.ForEach([&found, &faces](const FaceKey& key, int tets) {
     if (tets == 1) {
-      ON_MeshFace& face = faces.AppendNew();
+      ON_MeshFace& face = AppendFace(faces);
       face.vi[0] = key.v[0];
       face.vi[1] = key.v[1];
       face.vi[2] = key.v[2];

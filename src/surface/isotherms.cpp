@@ -1,7 +1,10 @@
 #include "surface/isotherms.h"
 
+#include <climits>
 #include <cmath>
 #include <future>
+#include <new>
+#include <vector>
 
 namespace brindle {
 namespace {
@@ -47,7 +50,10 @@ Isotherm TraceIsotherm(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
                                    d[first], d[second]);
     }
     const ON_Line segment(ends[0], ends[1]);
+    const int before = result.first.Count();
     result.first.Append(segment);
+    // The array drops the segment when it cannot grow.
+    if (result.first.Count() != before + 1) throw std::bad_alloc();
     result.second += magnitude[f] * segment.Length();
   }
   return result;
@@ -67,13 +73,21 @@ void TraceIsotherms(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
       return TraceIsotherm(mesh, temperature, magnitude, level);
     }));
   }
-  const int faceCount = mesh.FaceCount();
-  lines.Reserve(static_cast<std::size_t>(lines.Count()) +
-                static_cast<std::size_t>(faceCount) * static_cast<std::size_t>(levelCount) / 4);
+  std::vector<Isotherm> traced;
+  traced.reserve(static_cast<std::size_t>(levelCount));
+  for (int i = 0; i < levelCount; ++i)
+    traced.push_back(tasks[i].get());
+  // The caller's array grows once, and only when every level fits, so that a failure leaves
+  // it as it was.
+  std::size_t total = static_cast<std::size_t>(lines.Count());
+  for (const Isotherm& isotherm : traced)
+    total += static_cast<std::size_t>(isotherm.first.Count());
+  if (total > static_cast<std::size_t>(INT_MAX)) throw std::bad_alloc();
+  lines.Reserve(total);
+  if (static_cast<std::size_t>(lines.Capacity()) < total) throw std::bad_alloc();
   for (int i = 0; i < levelCount; ++i) {
-    Isotherm isotherm = tasks[i].get();
-    lines.Append(isotherm.first.Count(), isotherm.first.Array());
-    flows[i] = isotherm.second;
+    lines.Append(traced[i].first.Count(), traced[i].first.Array());
+    flows[i] = traced[i].second;
   }
 }
 
