@@ -67,8 +67,9 @@ class ByteWriter {
   }
 };
 
-// Mesh encoding. A flags byte, the vertex and face counts (16 bits each), then per vertex its
-// coordinates, per face its kind and indices, and per vertex its colour when colours are on.
+// Mesh encoding. A flags byte, the vertex and face counts (16 bits each, taken modulo 4096), then
+// per vertex its coordinates, per face its kind and indices, and per vertex its colour when colours
+// are on.
 enum MeshFlags : std::uint8_t {
   kRawCoordinates = 1,  // three doubles per vertex, else three signed bytes
   kRawIndices = 2,      // ints as they come, else 16-bit indices
@@ -79,6 +80,8 @@ enum MeshFlags : std::uint8_t {
   kMixedFaces = 64,     // a kind byte per face (odd: quad), else the kind of kAllQuads
   kAllQuads = 128,      // every face a quad (tetrahedron), else triangles
 };
+
+constexpr int kMeshSizeLimit = 4096;
 
 // Colour of a vertex from one byte: the three held reds, or any other colour.
 inline ON_Color ColourFromByte(std::uint8_t b) {
@@ -98,8 +101,10 @@ inline ON_Color ColourFromByte(std::uint8_t b) {
 // infinite coordinates and mismatched vertex lists all pass through as the bytes say.
 inline void ReadMesh(ByteReader& in, ON_Mesh& mesh) {
   const std::uint8_t flags = in.Byte();
-  const int vertexCount = in.U16();
-  const int faceCount = in.U16();
+  // At most 4095 vertices and faces: inputs are a few kilobytes, so larger meshes would be
+  // zero padding that costs time and reaches nothing new.
+  const int vertexCount = in.U16() % kMeshSizeLimit;
+  const int faceCount = in.U16() % kMeshSizeLimit;
   for (int v = 0; v < vertexCount; ++v) {
     ON_3dPoint p;
     if (flags & kRawCoordinates) {
