@@ -44,8 +44,8 @@ void RectMesh(fuzz::ByteReader& in) {
   // 2^16 vertices is legitimate work that takes seconds under the sanitizers: not run. Larger
   // grids still are, and must fail their reservations with status 4.
   const long long vertices = (static_cast<long long>(nx) + 1) * (static_cast<long long>(ny) + 1);
-  const long long vertexBytes = vertices * static_cast<long long>(sizeof(ON_3dPoint));
-  if (nx > 0 && ny > 0 && vertices > (1 << 16) && vertexBytes <= kAllocationCap) return;
+  const long long vertexLimit = kAllocationCap / static_cast<long long>(sizeof(ON_3dPoint));
+  if (nx > 0 && ny > 0 && vertices > (1 << 16) && vertices <= vertexLimit) return;
   fuzz::ErrorBuffer error;
   ON_Mesh* result = nullptr;
   int status = 0;
