@@ -1,9 +1,11 @@
 #include "surface/isotherms.h"
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <future>
 #include <new>
+#include <thread>
 #include <vector>
 
 namespace brindle {
@@ -62,21 +64,27 @@ Isotherm TraceIsotherm(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
 void TraceIsotherms(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
                     const std::vector<double>& magnitude, const double* levels, int levelCount,
                     ON_SimpleArray<ON_Line>& lines, double* flows) {
-  // The tasks only read the mesh, temperatures and magnitudes; each writes its own result.
-  // The default launch policy starts each level at once on a thread of its own (a pooled
-  // one where the runtime has a pool) and runs it at get() when no thread can be had.
-  std::vector<std::future<Isotherm>> tasks;
-  tasks.reserve(static_cast<std::size_t>(levelCount));
-  for (int i = 0; i < levelCount; ++i) {
-    const double level = levels[i];
-    tasks.push_back(std::async([&mesh, &temperature, &magnitude, level] {
-      return TraceIsotherm(mesh, temperature, magnitude, level);
-    }));
+  // The levels are traced by asynchronous tasks that only read the mesh, temperatures and
+  // magnitudes and each write their own levels' results; all are awaited before the results
+  // are stored in level order. One task per level up to the number of hardware threads, and
+  // beyond that each task takes every n-th level: a thread per level would let a long level
+  // list keep the call busy for seconds starting threads. The default launch policy runs a
+  // task at get() when no thread can be had.
+  const int hardwareThreads = static_cast<int>(std::thread::hardware_concurrency());
+  const int taskCount = std::min(levelCount, std::max(1, hardwareThreads));
+  std::vector<Isotherm> traced(static_cast<std::size_t>(levelCount));
+  std::vector<std::future<void>> tasks;
+  tasks.reserve(static_cast<std::size_t>(taskCount));
+  for (int task = 0; task < taskCount; ++task) {
+    tasks.push_back(
+        std::async([&mesh, &temperature, &magnitude, &traced, levels, levelCount, taskCount, task] {
+          for (int i = task; i < levelCount; i += taskCount)
+            traced[static_cast<std::size_t>(i)] =
+                TraceIsotherm(mesh, temperature, magnitude, levels[i]);
+        }));
   }
-  std::vector<Isotherm> traced;
-  traced.reserve(static_cast<std::size_t>(levelCount));
-  for (int i = 0; i < levelCount; ++i)
-    traced.push_back(tasks[i].get());
+  for (std::future<void>& task : tasks)
+    task.get();
   // The caller's array grows once, and only when every level fits, so that a failure leaves
   // it as it was.
   std::size_t total = static_cast<std::size_t>(lines.Count());

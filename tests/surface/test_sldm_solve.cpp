@@ -203,6 +203,23 @@ TEST(SldmOutOfMemory, ReservationsThatFailGiveStatuses) {
   }
 }
 
+// A long level list is traced by a few tasks, not one thread per level, and still gives every
+// level its own segments and flow, in level order.
+TEST(SldmSolve, ThousandsOfLevelsMatchTheSingleLevel) {
+  const ON_Mesh mesh = RectangleMesh(1, 1, 3, 3);
+  SolverHandle solver = CreateSolver(mesh, 2);
+  const std::unique_ptr<Solution> one = SolveAll(solver.get(), mesh, {0.4});
+  const int segments = one->isotherms.Count();
+  ASSERT_GT(segments, 0);
+  const std::vector<double> levels(20000, 0.4);
+  const std::unique_ptr<Solution> many = SolveAll(solver.get(), mesh, levels);
+  ASSERT_EQ(many->isotherms.Count(), segments * 20000);
+  for (int i = 0; i < 20000; i += 997) {
+    EXPECT_EQ(many->levelFlow[i], one->levelFlow[0]) << i;
+    EXPECT_EQ(many->isotherms[i * segments].from, one->isotherms[0].from) << i;
+  }
+}
+
 }  // namespace
 }  // namespace testing
 }  // namespace brindle
