@@ -45,6 +45,6 @@ for h in "${harnesses[@]}"; do
       echo
     done
   fi
-  grep -E '^#[0-9]+ +DONE|stat::number_of_executed_units|stat::peak_rss_mb' "$scratch/$h.log" || true
+  grep -E '^#[0-9]+[[:space:]]+DONE|stat::number_of_executed_units|stat::peak_rss_mb' "$scratch/$h.log" || true
 done
 exit $failed
