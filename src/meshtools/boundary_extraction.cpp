@@ -7,20 +7,6 @@
 
 namespace brindle {
 
-namespace {
-
-// openNURBS arrays report a failed growth only through their capacity; AppendNew would then
-// write through a null buffer.
-ON_MeshFace& AppendFace(ON_SimpleArray<ON_MeshFace>& faces) {
-  if (faces.Count() == faces.Capacity()) {
-    faces.Reserve(static_cast<std::size_t>(faces.NewCapacity()));
-    if (faces.Count() == faces.Capacity()) throw std::bad_alloc();
-  }
-  return faces.AppendNew();
-}
-
-}  // namespace
-
 void AddTetrahedra(const ON_Mesh& tetrahedra, FaceTable& table) {
   for (int t = 0; t < tetrahedra.FaceCount(); ++t)
     table.AddTetrahedron(tetrahedra.m_F[t].vi, t);
@@ -42,11 +28,19 @@ std::unique_ptr<ON_Mesh> ExtractBoundaryMesh(const ON_Mesh& tetrahedra,
     throw std::bad_alloc();  // a copy that could not get its memory comes out short
   }
 
+  // The triangle list is reserved once, empty, and checked: openNURBS arrays report a failed
+  // reservation only through their capacity, and a failed growth would lose the old buffer.
+  std::size_t boundaryTriangles = 0;
+  table.ForEach([&boundaryTriangles](const FaceKey&, int tets) { boundaryTriangles += tets == 1; });
+  boundary->m_F.Reserve(boundaryTriangles);
+  if (static_cast<std::size_t>(boundary->m_F.Capacity()) < boundaryTriangles)
+    throw std::bad_alloc();
+
   BoundaryFaceCounts found;
   ON_SimpleArray<ON_MeshFace>& faces = boundary->m_F;
   table.ForEach([&found, &faces](const FaceKey& key, int tets) {
     if (tets == 1) {
-      ON_MeshFace& face = AppendFace(faces);
+      ON_MeshFace& face = faces.AppendNew();
       face.vi[0] = key.v[0];
       face.vi[1] = key.v[1];
       face.vi[2] = key.v[2];

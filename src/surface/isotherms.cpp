@@ -27,8 +27,10 @@ ON_3dPoint EdgeCrossing(const ON_3dPoint& first, const ON_3dPoint& second, doubl
 Isotherm TraceIsotherm(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
                        const std::vector<double>& magnitude, double level) {
   const int faceCount = mesh.FaceCount();
+  // Segments gather in a standard vector, which reports running out of memory by exception;
+  // a growing openNURBS array would lose its old buffer when a reallocation fails.
+  std::vector<ON_Line> segments;
   Isotherm result;
-  result.first.Reserve(static_cast<std::size_t>(faceCount / 4));
   result.second = 0.0;
   for (int f = 0; f < faceCount; ++f) {
     const ON_MeshFace& face = mesh.m_F[f];
@@ -51,13 +53,13 @@ Isotherm TraceIsotherm(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
       ends[found++] = EdgeCrossing(mesh.Vertex(corner[first]), mesh.Vertex(corner[second]),
                                    d[first], d[second]);
     }
-    const ON_Line segment(ends[0], ends[1]);
-    const int before = result.first.Count();
-    result.first.Append(segment);
-    // The array drops the segment when it cannot grow.
-    if (result.first.Count() != before + 1) throw std::bad_alloc();
-    result.second += magnitude[f] * segment.Length();
+    segments.emplace_back(ends[0], ends[1]);
+    result.second += magnitude[f] * segments.back().Length();
   }
+  const int count = static_cast<int>(segments.size());
+  result.first.Reserve(segments.size());
+  if (result.first.Capacity() < count) throw std::bad_alloc();
+  result.first.Append(count, segments.data());
   return result;
 }
 
