@@ -126,7 +126,10 @@ BRINDLE_API void poissonfree(void* handle);
  *
  * sldmMalloc: checks the mesh, builds the solver with element formulation `method` (0-3) and
  * factorises it. `faceRegions` holds one region number (>= 0) per face; when it is null every
- * face is region 0 with conductivity 1.0. Every region starts with conductivity 1.0.
+ * face is region 0 with conductivity 1.0. Every region starts with conductivity 1.0. Region
+ * numbers are labels: any non-negative int is accepted and the solver keeps one conductivity
+ * per region in use, so large or sparse numbers cost nothing extra (a face in region INT_MAX
+ * can never be given another conductivity, since sldmupdate's count cannot exceed it).
  * *handle is null on every failure. Statuses and messages, in the order they are checked:
  *   0    success
  *   41   "Null handle pointer"                           (handle itself is null)
@@ -227,7 +230,9 @@ BRINDLE_API int decode_integer_from_sphere(float x, float y, float z);
  * little-endian int32, Base64); KSmesh_v, KSmesh_t, KSmesh_hi and KSmesh_ci are emptied, and an
  * empty text removes the key.
  * Statuses and messages:
- *   0 success (also when MMG reports a low failure and still returns a mesh)
+ *   0 success (also when MMG reports a low failure and still returns a mesh; when it stopped
+ *     on the input check and handed the mesh back uncut, the result has the caller's
+ *     coordinates, not MMG's unit working frame)
  *   1 "Null input mesh"                 2 "Null vertex values"
  *   3 "Mesh has both triangles and quads"
  *   volume meshes (MMG3D):

@@ -1,6 +1,8 @@
 #include "cutting/level_set_cut.h"
 
+#include <algorithm>
 #include <climits>
+#include <cmath>
 #include <new>
 
 #include "cutting/mesh_archive.h"
@@ -108,6 +110,57 @@ void FinishResult(ON_Mesh& result, std::vector<int>& references, int keepRef) {
     references.assign(static_cast<std::size_t>(result.FaceCount()), keepRef);
   }
   WriteMeshArchive(result, references.data(), references.size());
+}
+
+namespace {
+
+// The frame MMG works in: (x - low) / extent, with low the corner and extent the largest side
+// of the bounding box of the vertices the elements use.
+struct WorkingFrame {
+  ON_3dPoint low;
+  double extent = 0.0;
+};
+
+bool InputWorkingFrame(const ON_Mesh& input, WorkingFrame& frame) {
+  const int vertexCount = input.m_dV.Count();
+  double low[3] = {INFINITY, INFINITY, INFINITY};
+  double high[3] = {-INFINITY, -INFINITY, -INFINITY};
+  for (int f = 0; f < input.FaceCount(); ++f) {
+    for (int v : input.m_F[f].vi) {
+      if (v < 0 || v >= vertexCount) return false;
+      const ON_3dPoint& p = input.m_dV[v];
+      for (int a = 0; a < 3; ++a) {
+        low[a] = std::min(low[a], p[a]);
+        high[a] = std::max(high[a], p[a]);
+      }
+    }
+  }
+  frame.low = ON_3dPoint(low[0], low[1], low[2]);
+  frame.extent = std::max(high[0] - low[0], std::max(high[1] - low[1], high[2] - low[2]));
+  return frame.extent > 0.0 && std::isfinite(frame.extent);
+}
+
+}  // namespace
+
+void RestoreInputFrame(const ON_Mesh& input, ON_Mesh& result) {
+  const int vertexCount = input.m_dV.Count();
+  if (result.m_dV.Count() != vertexCount || result.FaceCount() != input.FaceCount()) return;
+  WorkingFrame frame;
+  if (!InputWorkingFrame(input, frame)) return;
+  // Every used vertex must sit where MMG's frame puts its input twin; otherwise the mesh is
+  // not the untouched input and is left alone.
+  constexpr double kFrameTolerance = 1e-9;
+  for (int f = 0; f < input.FaceCount(); ++f) {
+    for (int v : input.m_F[f].vi) {
+      const ON_3dPoint& p = input.m_dV[v];
+      const ON_3dPoint expected((p.x - frame.low.x) / frame.extent,
+                                (p.y - frame.low.y) / frame.extent,
+                                (p.z - frame.low.z) / frame.extent);
+      if (!(expected.DistanceTo(result.m_dV[v]) <= kFrameTolerance)) return;
+    }
+  }
+  for (int v = 0; v < vertexCount; ++v)
+    result.m_dV[v] = input.m_dV[v];
 }
 
 }  // namespace level_set_cut_detail

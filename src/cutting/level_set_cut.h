@@ -75,6 +75,12 @@ int HausdorffAsInteger(const ON_Mesh& mesh);
 // writes the archive with the surviving elements' references.
 void FinishResult(ON_Mesh& result, std::vector<int>& references, int keepRef);
 
+// After a low failure on the input check MMG hands the mesh back untouched but for its
+// coordinates, which stay in MMG's working frame (the unit box of the used vertices). When
+// `result` is exactly that, the caller's coordinates are put back, so that a low failure
+// delivers the input mesh where the caller has it.
+void RestoreInputFrame(const ON_Mesh& input, ON_Mesh& result);
+
 // Sizes the three arrays that MMG's getters fill in place.
 void SizeResultArrays(ON_Mesh& result, int vertexCount, int faceCount);
 

@@ -86,6 +86,7 @@ LevelSetCutOutcome CutSurfaceAlongZeroLevel(const LevelSetCutRequest& request) {
   SizeResultArrays(*result, np, nt);
   MMGS_Get_vertices(mmg.mesh, CoordinateArray(result->m_dV), ColourReferenceArray(result->m_C),
                     nullptr, nullptr);
+  if (engineStatus == MMG5_LOWFAILURE) RestoreInputFrame(input, *result);
   result->UpdateSinglePrecisionVertices();
   std::vector<int> references(static_cast<std::size_t>(nt), 0);
   for (int i = 0; i < nt; ++i) {

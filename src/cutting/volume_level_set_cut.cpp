@@ -92,6 +92,7 @@ LevelSetCutOutcome CutVolumeAlongZeroLevel(const LevelSetCutRequest& request) {
   // Vertex references come back as packed colours, the way they went in.
   MMG3D_Get_vertices(mmg.mesh, CoordinateArray(result->m_dV), ColourReferenceArray(result->m_C),
                      nullptr, nullptr);
+  if (engineStatus == MMG5_LOWFAILURE) RestoreInputFrame(input, *result);
   result->UpdateSinglePrecisionVertices();
   std::vector<int> references(static_cast<std::size_t>(ne), 0);
   MMG3D_Get_tetrahedra(mmg.mesh, FaceIndexArray(result->m_F), references.data(), nullptr);

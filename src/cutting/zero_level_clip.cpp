@@ -176,6 +176,10 @@ std::unique_ptr<ON_Mesh> ZeroLevelClip::Run() {
     ClipFace(i);
 
   result_->m_F.Reserve(static_cast<std::size_t>(faceCount) + extraTetrahedra_.size());
+  if (static_cast<std::size_t>(result_->m_F.Capacity()) <
+      static_cast<std::size_t>(faceCount) + extraTetrahedra_.size()) {
+    throw std::bad_alloc();  // the appends below would drop pieces
+  }
   for (const Tetrahedron& t : extraTetrahedra_) {
     ON_MeshFace face;
     for (int j = 0; j < 4; ++j)

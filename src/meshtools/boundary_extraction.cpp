@@ -1,5 +1,7 @@
 #include "meshtools/boundary_extraction.h"
 
+#include <new>
+
 #include "brindle.h"
 #include "common/error_text.h"
 
@@ -20,6 +22,19 @@ std::unique_ptr<ON_Mesh> ExtractBoundaryMesh(const ON_Mesh& tetrahedra,
   boundary->m_V = tetrahedra.m_V;
   boundary->m_dV = tetrahedra.m_dV;
   if (tetrahedra.m_C.Count() > 0) boundary->m_C = tetrahedra.m_C;
+  if (boundary->m_V.Count() != tetrahedra.m_V.Count() ||
+      boundary->m_dV.Count() != tetrahedra.m_dV.Count() ||
+      boundary->m_C.Count() != tetrahedra.m_C.Count()) {
+    throw std::bad_alloc();  // a copy that could not get its memory comes out short
+  }
+
+  // The triangle list is reserved once, empty, and checked: openNURBS arrays report a failed
+  // reservation only through their capacity, and a failed growth would lose the old buffer.
+  std::size_t boundaryTriangles = 0;
+  table.ForEach([&boundaryTriangles](const FaceKey&, int tets) { boundaryTriangles += tets == 1; });
+  boundary->m_F.Reserve(boundaryTriangles);
+  if (static_cast<std::size_t>(boundary->m_F.Capacity()) < boundaryTriangles)
+    throw std::bad_alloc();
 
   BoundaryFaceCounts found;
   ON_SimpleArray<ON_MeshFace>& faces = boundary->m_F;

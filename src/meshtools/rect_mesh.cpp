@@ -17,15 +17,32 @@ int RowStatus(int j, int ny) {
   return kBoundaryInterior;
 }
 
+// openNURBS arrays report a failed reservation only through their capacity, and a later append
+// would then write through a null buffer, so every array the build fills is reserved in full
+// here and checked.
+template <class T>
+void ReserveOrThrow(ON_SimpleArray<T>& array, std::size_t capacity) {
+  array.Reserve(capacity);
+  if (static_cast<std::size_t>(array.Capacity()) < capacity) throw std::bad_alloc();
+}
+
+void ReserveGridArrays(int nx, int ny, ON_Mesh& mesh) {
+  const std::size_t vertex_count = static_cast<std::size_t>(nx + 1) * (ny + 1);
+  const std::size_t triangle_count = 2 * static_cast<std::size_t>(nx) * ny;
+  ReserveOrThrow(mesh.m_dV, vertex_count);
+  ReserveOrThrow(mesh.m_V, vertex_count);
+  ReserveOrThrow(mesh.m_C, vertex_count);
+  ReserveOrThrow(mesh.m_N, vertex_count);
+  ReserveOrThrow(mesh.m_F, triangle_count);
+  ReserveOrThrow(mesh.m_FN, triangle_count);
+}
+
 void AppendGridVertices(const ON_Plane& plane, double width, double height, int nx, int ny,
                         ON_Mesh& mesh) {
   const double x0 = width * -0.5;
   const double y0 = height * -0.5;
   const double dx = width / nx;
   const double dy = height / ny;
-  const std::size_t vertex_count = static_cast<std::size_t>(nx + 1) * (ny + 1);
-  mesh.ReserveVertexCapacity(vertex_count);
-  mesh.m_C.Reserve(vertex_count);
   for (int j = 0; j <= ny; ++j) {
     const ON_Color colour = BoundaryStatusColor(RowStatus(j, ny));
     const double v = j * dy + y0;
@@ -39,7 +56,6 @@ void AppendGridVertices(const ON_Plane& plane, double width, double height, int 
 
 // Counter-clockwise seen from the side the plane's normal points to.
 void AppendGridQuads(int nx, int ny, ON_Mesh& mesh) {
-  mesh.m_F.Reserve(static_cast<std::size_t>(nx) * ny);
   for (int r = 0; r < ny; ++r) {
     for (int c = 0; c < nx; ++c) {
       const int k = r * (nx + 1) + c;
@@ -65,7 +81,7 @@ bool IsValidRectangle(double width, double height, int nx, int ny) {
 std::unique_ptr<ON_Mesh> BuildRectMesh(const ON_Plane& plane, double width, double height, int nx,
                                        int ny) {
   auto mesh = std::make_unique<ON_Mesh>();
-  mesh->DoublePrecisionVertices();
+  ReserveGridArrays(nx, ny, *mesh);
   AppendGridVertices(plane, width, height, nx, ny, *mesh);
   mesh->UpdateSinglePrecisionVertices();
   AppendGridQuads(nx, ny, *mesh);

@@ -1,5 +1,6 @@
 #include "meshtools/sanitize.h"
 
+#include <algorithm>
 #include <new>
 
 #include "brindle.h"
@@ -24,6 +25,13 @@ std::unique_ptr<ON_Mesh> CopyWithBothPrecisions(const ON_Mesh& mesh) {
   std::unique_ptr<ON_Mesh> copy(mesh.Duplicate());
   if (mesh.m_V.Count() == 0) copy->UpdateSinglePrecisionVertices();
   if (mesh.m_dV.Count() == 0) copy->UpdateDoublePrecisionVertices();
+  // openNURBS copies report a failed allocation only by coming out short.
+  const int vertexCount = std::max(mesh.m_V.Count(), mesh.m_dV.Count());
+  if (copy->m_V.Count() != vertexCount || copy->m_dV.Count() != vertexCount ||
+      copy->m_F.Count() != mesh.m_F.Count() || copy->m_C.Count() != mesh.m_C.Count() ||
+      copy->m_N.Count() != mesh.m_N.Count()) {
+    throw std::bad_alloc();
+  }
   return copy;
 }
 

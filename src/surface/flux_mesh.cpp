@@ -1,6 +1,7 @@
 #include "surface/flux_mesh.h"
 
 #include <algorithm>
+#include <new>
 
 #include "meshtools/heat_color.h"
 
@@ -18,6 +19,13 @@ void BuildFluxMesh(const SurfaceModel& model, const std::vector<double>& magnitu
   out.m_F.Reserve(static_cast<std::size_t>(faceCount));
   out.m_C.Reserve(cornerCount);
   out.m_N.Reserve(cornerCount);
+  // A failed reservation shows only in the capacity; the appends below must not grow.
+  if (static_cast<std::size_t>(out.m_dV.Capacity()) < cornerCount ||
+      static_cast<std::size_t>(out.m_C.Capacity()) < cornerCount ||
+      static_cast<std::size_t>(out.m_N.Capacity()) < cornerCount ||
+      out.m_F.Capacity() < faceCount) {
+    throw std::bad_alloc();
+  }
 
   const ON_Mesh& mesh = model.mesh;
   for (int f = 0; f < faceCount; ++f) {

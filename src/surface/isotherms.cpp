@@ -1,7 +1,12 @@
 #include "surface/isotherms.h"
 
+#include <algorithm>
+#include <climits>
 #include <cmath>
 #include <future>
+#include <new>
+#include <thread>
+#include <vector>
 
 namespace brindle {
 namespace {
@@ -22,8 +27,10 @@ ON_3dPoint EdgeCrossing(const ON_3dPoint& first, const ON_3dPoint& second, doubl
 Isotherm TraceIsotherm(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
                        const std::vector<double>& magnitude, double level) {
   const int faceCount = mesh.FaceCount();
+  // Segments gather in a standard vector, which reports running out of memory by exception;
+  // a growing openNURBS array would lose its old buffer when a reallocation fails.
+  std::vector<ON_Line> segments;
   Isotherm result;
-  result.first.Reserve(static_cast<std::size_t>(faceCount / 4));
   result.second = 0.0;
   for (int f = 0; f < faceCount; ++f) {
     const ON_MeshFace& face = mesh.m_F[f];
@@ -46,34 +53,51 @@ Isotherm TraceIsotherm(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
       ends[found++] = EdgeCrossing(mesh.Vertex(corner[first]), mesh.Vertex(corner[second]),
                                    d[first], d[second]);
     }
-    const ON_Line segment(ends[0], ends[1]);
-    result.first.Append(segment);
-    result.second += magnitude[f] * segment.Length();
+    segments.emplace_back(ends[0], ends[1]);
+    result.second += magnitude[f] * segments.back().Length();
   }
+  const int count = static_cast<int>(segments.size());
+  result.first.Reserve(segments.size());
+  if (result.first.Capacity() < count) throw std::bad_alloc();
+  result.first.Append(count, segments.data());
   return result;
 }
 
 void TraceIsotherms(const ON_Mesh& mesh, const Eigen::VectorXd& temperature,
                     const std::vector<double>& magnitude, const double* levels, int levelCount,
                     ON_SimpleArray<ON_Line>& lines, double* flows) {
-  // The tasks only read the mesh, temperatures and magnitudes; each writes its own result.
-  // The default launch policy starts each level at once on a thread of its own (a pooled
-  // one where the runtime has a pool) and runs it at get() when no thread can be had.
-  std::vector<std::future<Isotherm>> tasks;
-  tasks.reserve(static_cast<std::size_t>(levelCount));
-  for (int i = 0; i < levelCount; ++i) {
-    const double level = levels[i];
-    tasks.push_back(std::async([&mesh, &temperature, &magnitude, level] {
-      return TraceIsotherm(mesh, temperature, magnitude, level);
-    }));
+  // The levels are traced by asynchronous tasks that only read the mesh, temperatures and
+  // magnitudes and each write their own levels' results; all are awaited before the results
+  // are stored in level order. One task per level up to the number of hardware threads, and
+  // beyond that each task takes every n-th level: a thread per level would let a long level
+  // list keep the call busy for seconds starting threads. The default launch policy runs a
+  // task at get() when no thread can be had.
+  const int hardwareThreads = static_cast<int>(std::thread::hardware_concurrency());
+  const int taskCount = std::min(levelCount, std::max(1, hardwareThreads));
+  std::vector<Isotherm> traced(static_cast<std::size_t>(levelCount));
+  std::vector<std::future<void>> tasks;
+  tasks.reserve(static_cast<std::size_t>(taskCount));
+  for (int task = 0; task < taskCount; ++task) {
+    tasks.push_back(
+        std::async([&mesh, &temperature, &magnitude, &traced, levels, levelCount, taskCount, task] {
+          for (int i = task; i < levelCount; i += taskCount)
+            traced[static_cast<std::size_t>(i)] =
+                TraceIsotherm(mesh, temperature, magnitude, levels[i]);
+        }));
   }
-  const int faceCount = mesh.FaceCount();
-  lines.Reserve(static_cast<std::size_t>(lines.Count()) +
-                static_cast<std::size_t>(faceCount) * static_cast<std::size_t>(levelCount) / 4);
+  for (std::future<void>& task : tasks)
+    task.get();
+  // The caller's array grows once, and only when every level fits, so that a failure leaves
+  // it as it was.
+  std::size_t total = static_cast<std::size_t>(lines.Count());
+  for (const Isotherm& isotherm : traced)
+    total += static_cast<std::size_t>(isotherm.first.Count());
+  if (total > static_cast<std::size_t>(INT_MAX)) throw std::bad_alloc();
+  lines.Reserve(total);
+  if (static_cast<std::size_t>(lines.Capacity()) < total) throw std::bad_alloc();
   for (int i = 0; i < levelCount; ++i) {
-    Isotherm isotherm = tasks[i].get();
-    lines.Append(isotherm.first.Count(), isotherm.first.Array());
-    flows[i] = isotherm.second;
+    lines.Append(traced[i].first.Count(), traced[i].first.Array());
+    flows[i] = traced[i].second;
   }
 }
 

@@ -1,6 +1,7 @@
 #include "surface/surface_model.h"
 
 #include <algorithm>
+#include <new>
 
 #include "common/boundary_status.h"
 #include "common/error_text.h"
@@ -8,12 +9,26 @@
 namespace brindle {
 
 int SurfaceModel::LargestRegion() const {
-  return faceRegion.empty() ? -1 : *std::max_element(faceRegion.begin(), faceRegion.end());
+  return usedRegions.empty() ? -1 : usedRegions.back();
+}
+
+void SurfaceModel::IndexRegions() {
+  usedRegions = faceRegion;
+  std::sort(usedRegions.begin(), usedRegions.end());
+  usedRegions.erase(std::unique(usedRegions.begin(), usedRegions.end()), usedRegions.end());
+  faceRegionSlot.resize(faceRegion.size());
+  for (std::size_t f = 0; f < faceRegion.size(); ++f) {
+    const auto slot = std::lower_bound(usedRegions.begin(), usedRegions.end(), faceRegion[f]);
+    faceRegionSlot[f] = static_cast<int>(slot - usedRegions.begin());
+  }
 }
 
 bool SurfaceModel::SetConductivities(const double* values, int count) {
   if (count > LargestRegion()) {
-    conductivity.assign(values, values + count);
+    std::vector<double> taken(usedRegions.size());
+    for (std::size_t i = 0; i < usedRegions.size(); ++i)
+      taken[i] = values[usedRegions[i]];
+    conductivity.swap(taken);
     return true;
   }
   conductivity.clear();
@@ -21,8 +36,7 @@ bool SurfaceModel::SetConductivities(const double* values, int count) {
 }
 
 void SurfaceModel::SetDefaultConductivities() {
-  const std::vector<double> ones(static_cast<std::size_t>(LargestRegion() + 1), 1.0);
-  SetConductivities(ones.data(), static_cast<int>(ones.size()));
+  conductivity.assign(usedRegions.size(), 1.0);
 }
 
 int CheckSurfaceInput(const ON_Mesh* mesh, int method, char* error) {
@@ -92,13 +106,21 @@ int CopyFaceRegions(const int* faceRegions, int faceCount, std::vector<int>& reg
   return 0;
 }
 
+// Sizes an openNURBS array to `count` elements. The arrays report a failed reservation only
+// through their capacity, and writing into the elements would then go through a null buffer.
+template <class T>
+void SizeArray(ON_SimpleArray<T>& array, int count) {
+  array.Reserve(static_cast<std::size_t>(count));
+  if (array.Capacity() < count) throw std::bad_alloc();
+  array.SetCount(count);
+}
+
 // Fixed vertices take the next index from the front, free ones the next from the back.
 void OrderVertices(const ON_Mesh& input, SurfaceModel& model) {
   const int vertexCount = input.VertexCount();
   model.oldToNew.resize(static_cast<std::size_t>(vertexCount));
   model.newToOld.resize(static_cast<std::size_t>(vertexCount));
-  model.mesh.m_C.Reserve(static_cast<std::size_t>(vertexCount));
-  model.mesh.m_C.SetCount(vertexCount);
+  SizeArray(model.mesh.m_C, vertexCount);
   int fixed = 0;
   for (int i = 0; i < vertexCount; ++i) {
     const ON_Color color = input.m_C[i];
@@ -119,17 +141,14 @@ void CopyVerticesAndFaces(const ON_Mesh& input, SurfaceModel& model) {
   const int vertexCount = input.VertexCount();
   const int faceCount = input.FaceCount();
   ON_Mesh& mesh = model.mesh;
-  mesh.m_dV.Reserve(static_cast<std::size_t>(vertexCount));
-  mesh.m_dV.SetCount(vertexCount);
-  mesh.m_V.Reserve(static_cast<std::size_t>(vertexCount));
-  mesh.m_V.SetCount(vertexCount);
+  SizeArray(mesh.m_dV, vertexCount);
+  SizeArray(mesh.m_V, vertexCount);
   for (int j = 0; j < vertexCount; ++j) {
     const int i = model.newToOld[j];
     mesh.m_dV[j] = input.m_dV[i];
     mesh.m_V[j] = input.m_V[i];
   }
-  mesh.m_F.Reserve(static_cast<std::size_t>(faceCount));
-  mesh.m_F.SetCount(faceCount);
+  SizeArray(mesh.m_F, faceCount);
   for (int f = 0; f < faceCount; ++f) {
     const ON_MeshFace& source = input.m_F[f];
     ON_MeshFace& target = mesh.m_F[f];
@@ -159,6 +178,7 @@ int BuildSurfaceModel(const ON_Mesh& input, const int* faceRegions, SurfaceModel
   if (const int code = CheckFaceIndices(input, error)) return code;
   if (const int code = CopyFaceRegions(faceRegions, input.FaceCount(), model.faceRegion, error))
     return code;
+  model.IndexRegions();
   OrderVertices(input, model);
   CopyVerticesAndFaces(input, model);
 

@@ -23,20 +23,27 @@ struct SurfaceModel {
   ON_Mesh mesh;
   std::vector<int> oldToNew;
   std::vector<int> newToOld;
-  std::vector<int> faceRegion;       // region number of each face, never negative
+  std::vector<int> faceRegion;  // region number of each face, never negative
+  // Region numbers are the caller's and may be sparse and large, so the solver keeps one
+  // conductivity per region in use only: usedRegions lists them in ascending order and
+  // faceRegionSlot gives each face's position in that list.
+  std::vector<int> usedRegions;
+  std::vector<int> faceRegionSlot;
   int fixedCount = 0;                // ordered vertices 0..fixedCount-1 have prescribed values
-  std::vector<double> conductivity;  // indexed by region number
+  std::vector<double> conductivity;  // one per entry of usedRegions
   Eigen::VectorXd prescribed;        // temperature of each fixed vertex, ordered numbering
 
   int VertexCount() const { return static_cast<int>(newToOld.size()); }
   int FaceCount() const { return static_cast<int>(faceRegion.size()); }
   int LargestRegion() const;
-  double FaceConductivity(int face) const { return conductivity[faceRegion[face]]; }
+  double FaceConductivity(int face) const { return conductivity[faceRegionSlot[face]]; }
 
-  // Replaces the conductivity list with `count` values when that covers every face region
-  // and returns true; otherwise empties the list and returns false.
+  // Fills usedRegions and faceRegionSlot from faceRegion.
+  void IndexRegions();
+  // Takes values[r] for every region r in use when `count` covers every face region (values
+  // then holds `count` entries) and returns true; otherwise empties the list and returns false.
   bool SetConductivities(const double* values, int count);
-  // One conductivity of 1.0 for every region number up to the largest in use.
+  // A conductivity of 1.0 for every region in use.
   void SetDefaultConductivities();
 };
 

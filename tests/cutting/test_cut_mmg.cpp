@@ -134,6 +134,26 @@ TEST(CutTetrahedralMesh, LowFailureOfTheLevelSetCallStillDeliversTheMesh) {
   EXPECT_EQ(References(*cut.mesh).size(), 1u);
 }
 
+TEST(CutTetrahedralMesh, LowFailureHandsTheMeshBackInTheCallersCoordinates) {
+  // Six times the volume is about 1e-38: MMG stops on the input quality and leaves its copy in
+  // its unit working frame, where (15, 20, 0) would be (1, 0, 0).
+  ON_Mesh flat;
+  AddVertex(flat, 0, 20, 0);
+  AddVertex(flat, 15, 20, 0);
+  AddVertex(flat, 0, 30, 0);
+  AddVertex(flat, 5, 25, 1e-40);
+  AddTetrahedron(flat, 0, 1, 2, 3);
+  const double values[4] = {1, 1, 1, -1};
+  CutResult cut = Cut(&flat, values, 0);
+  EXPECT_EQ(cut.status, 0);
+  ASSERT_TRUE(cut.mesh);
+  ASSERT_EQ(cut.mesh->m_dV.Count(), 4);
+  for (int v = 0; v < 4; ++v) {
+    EXPECT_EQ(cut.mesh->m_dV[v], flat.m_dV[v]) << v;
+    EXPECT_EQ(cut.mesh->m_V[v], ON_3fPoint(flat.m_dV[v])) << v;
+  }
+}
+
 class CubeCutByPlane : public ::testing::Test {
  protected:
   const ON_Mesh cube = StructuredCube(4);

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "brindle.h"
+#include "meshtools/buffer_limit.h"
 #include "meshtools/face_table.h"
 #include "tet_mesh_builders.h"
 
@@ -114,6 +115,26 @@ TEST(ExtractBoundaryMeshWithStats, BadPointers) {
   EXPECT_EQ(ExtractBoundaryMeshWithStats(tet.get(), &count, nullptr, nullptr, nullptr, error), 2);
   EXPECT_STREQ(error, "Null result pointer");
   EXPECT_EQ(count, -7);
+}
+
+// Running out of memory leaves as std::bad_alloc, whether copying the vertices fails (limit 0)
+// or reserving the six boundary triangles of two tetrahedra (96 bytes, while the 60 bytes of
+// single-precision vertices fit under 80), never as a write through a null buffer or a leak.
+TEST(ExtractBoundaryMeshWithStats, ArraysThatCannotGrowLeaveAsBadAlloc) {
+  const auto pair =
+      brindle::testing::MakeTetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0),
+                                     ON_3dPoint(0, 0, 1), ON_3dPoint(1, 1, 1)},
+                                    {{0, 1, 2, 3}, {1, 2, 3, 4}});
+  pair->DestroyDoublePrecisionVertices();
+  for (std::size_t limit : {std::size_t{0}, std::size_t{80}}) {
+    SCOPED_TRACE(limit);
+    ON_Mesh* result = nullptr;
+    meshtools_test::BufferLimit cap(limit);
+    EXPECT_THROW(
+        ExtractBoundaryMeshWithStats(pair.get(), nullptr, nullptr, nullptr, &result, nullptr),
+        std::bad_alloc);
+    EXPECT_EQ(result, nullptr);
+  }
 }
 
 }  // namespace

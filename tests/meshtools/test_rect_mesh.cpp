@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "brindle.h"
+#include "meshtools/buffer_limit.h"
 #include "opennurbs.h"
 
 namespace {
@@ -83,6 +84,42 @@ TEST(MakeRectMesh, GoesStraightIntoTheSurfaceSolver) {
   // Held at 0 along the bottom edge and at 1 along the top: linear in y.
   for (int k = 0; k < mesh->VertexCount(); ++k)
     EXPECT_NEAR(t[k], mesh->m_dV[k].y / 2.0 + 0.5, 1e-9);
+}
+
+// A grid whose arrays cannot get their memory ends in status 4, never in a write through the
+// null buffer of a failed reservation; the limit sits between the sizes of the mesh's arrays,
+// so some reservations succeed and later ones fail.
+TEST(MakeRectMesh, ArraysThatCannotBeReservedGiveOutOfMemory) {
+  for (std::size_t limit : {std::size_t{0}, std::size_t{31000}}) {
+    SCOPED_TRACE(limit);
+    ON_Mesh* result = reinterpret_cast<ON_Mesh*>(0x1);
+    char error[1024] = "stale";
+    int status;
+    {
+      meshtools_test::BufferLimit cap(limit);
+      status = MakeRectMesh(&ON_Plane::World_xy, 2.0, 1.0, 40, 30, &result, error);
+    }
+    EXPECT_EQ(status, 4);
+    EXPECT_STREQ(error, "Out of memory");
+    EXPECT_EQ(result, nullptr);
+  }
+}
+
+// An append that cannot get memory for its array drops the element instead of writing through
+// a null buffer. (Growing a filled array that fails loses its old buffer, as in openNURBS, so
+// the library reserves its arrays empty and checks them instead of relying on growth.)
+TEST(OpenNurbsSimpleArray, AppendAfterFailedGrowthDropsTheElement) {
+  ON_SimpleArray<double> values;
+  {
+    meshtools_test::BufferLimit cap(0);
+    for (int i = 0; i < 8; ++i)
+      values.Append(2.0);
+  }
+  EXPECT_EQ(values.Count(), 0);
+  EXPECT_EQ(values.Capacity(), 0);
+  values.Append(3.0);
+  ASSERT_EQ(values.Count(), 1);
+  EXPECT_EQ(values[0], 3.0);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "brindle.h"
+#include "meshtools/buffer_limit.h"
 #include "opennurbs.h"
 
 namespace {
@@ -57,6 +58,25 @@ TEST(TrySanitize, CopiesConsistentMeshesAndRefusesOthersUntouched) {
       EXPECT_EQ(result, nullptr);
     }
   }
+}
+
+TEST(TrySanitize, CopyThatCannotGetItsMemoryIsOutOfMemory) {
+  ON_Mesh mesh;
+  for (int i = 0; i < 4; ++i)
+    mesh.SetVertex(i, ON_3dPoint(i % 3 ? 1.0 : 0.0, i / 2, 0));
+  mesh.SetTriangle(0, 0, 1, 2);
+  ON_Mesh* result = reinterpret_cast<ON_Mesh*>(0x1);
+  int code = 42;
+  char error[1024] = "stale";
+  int status;
+  {
+    meshtools_test::BufferLimit cap(0);
+    status = TrySanitize(&mesh, &code, &result, error);
+  }
+  EXPECT_EQ(status, 5);
+  EXPECT_STREQ(error, "Out of memory");
+  EXPECT_EQ(result, nullptr);
+  EXPECT_EQ(code, 42);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "surface/sldm_solver.h"
 #include "surface/surface_model.h"
 #include "surface_test_support.h"
 
@@ -78,6 +79,43 @@ TEST(SurfaceModel, FixedFirstInInputOrderFreeLastReversed) {
   // No region array: one region of conductivity 1.
   EXPECT_EQ(model.faceRegion, (std::vector<int>{0, 0}));
   EXPECT_EQ(model.conductivity, (std::vector<double>{1.0}));
+}
+
+// Region numbers are labels: the largest int or one in the hundreds of millions costs no more
+// than region 0, and only the regions in use carry a conductivity.
+TEST(SldmCreate, HugeRegionNumbersKeepOneConductivityPerRegionInUse) {
+  const int nx = 2, ny = 2;
+  const ON_Mesh mesh = RectangleMesh(1, 1, nx, ny);
+  std::vector<int> regions = TwoLayerRegions(nx, ny, 1);
+  for (int& r : regions)
+    r = r == 0 ? 2147483647 : 300000000;
+  SolverHandle solver = CreateSolver(mesh, 1, regions);
+  ASSERT_TRUE(solver);
+  const SurfaceModel& model = static_cast<SldmSolver*>(solver.get())->model;
+  EXPECT_EQ(model.usedRegions, (std::vector<int>{300000000, 2147483647}));
+  EXPECT_EQ(model.conductivity, (std::vector<double>{1.0, 1.0}));
+  EXPECT_EQ(model.LargestRegion(), 2147483647);
+  // No int count can exceed the largest int, so this solver keeps its default conductivities.
+  const double k = 2.0;
+  EXPECT_EQ(sldmupdate(solver.get(), &k, 1, nullptr), -3003);
+  EXPECT_EQ(model.conductivity, (std::vector<double>{1.0, 1.0}));
+}
+
+// sldmupdate reads values[r] for the regions in use only, so sparse numbers need no more
+// than a caller array reaching the largest of them.
+TEST(SldmUpdate, SparseRegionNumbersReadTheirOwnEntries) {
+  const int nx = 2, ny = 2;
+  const ON_Mesh mesh = RectangleMesh(1, 1, nx, ny);
+  std::vector<int> regions = TwoLayerRegions(nx, ny, 1);
+  for (int& r : regions)
+    r = r == 0 ? 1 : 6;
+  SolverHandle solver = CreateSolver(mesh, 1, regions);
+  std::vector<double> k(7, -1.0);
+  k[1] = 3.0;
+  k[6] = 1.0;
+  ASSERT_EQ(Update(solver.get(), k), 0);
+  const SurfaceModel& model = static_cast<SldmSolver*>(solver.get())->model;
+  EXPECT_EQ(model.conductivity, (std::vector<double>{3.0, 1.0}));
 }
 
 TEST(SldmCreate, DegenerateFacesPerMethod) {

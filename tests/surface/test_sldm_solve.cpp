@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 
+#include "meshtools/buffer_limit.h"
 #include "surface/sldm_solver.h"
 #include "surface_test_support.h"
 
@@ -165,6 +166,58 @@ TEST(SldmSolve, AbsoluteResidualLimitEscapesAsRuntimeError) {
     EXPECT_STREQ(e.what(), "Large reduced residual");
   }
   EXPECT_EQ(t, std::vector<double>(mesh.VertexCount(), -7.0));
+}
+
+// Arrays that cannot be reserved end in the out-of-memory statuses: creation hands back no
+// handle, and a solve leaves the caller's flux mesh and isotherm list as they were.
+TEST(SldmOutOfMemory, ReservationsThatFailGiveStatuses) {
+  const ON_Mesh mesh = RectangleMesh(1, 1, 3, 3);
+  char error[1024];
+  void* handle = &handle;
+  {
+    meshtools_test::BufferLimit cap(0);
+    EXPECT_EQ(sldmMalloc(&mesh, nullptr, 2, &handle, error), 44);
+  }
+  EXPECT_STREQ(error, "Out of memory");
+  EXPECT_EQ(handle, nullptr);
+
+  SolverHandle solver = CreateSolver(mesh, 2);
+  std::vector<double> t(mesh.VertexCount()), flux(3 * mesh.FaceCount()), flow(2);
+  double levels[2] = {0.25, 0.75};
+  ON_SimpleArray<ON_Line> isotherms;
+  isotherms.Append(ON_Line(ON_3dPoint(1, 2, 3), ON_3dPoint(4, 5, 6)));
+  for (bool withFlux : {true, false}) {
+    SCOPED_TRACE(withFlux);
+    ON_Mesh fluxMesh;
+    int status;
+    {
+      meshtools_test::BufferLimit cap(0);
+      status = sldmsolve(solver.get(), t.data(), mesh.VertexCount(), levels, 2, &isotherms,
+                         withFlux ? flux.data() : nullptr, 3 * mesh.FaceCount(), flow.data(),
+                         &fluxMesh, error);
+    }
+    EXPECT_EQ(status, -22);
+    EXPECT_STREQ(error, "Out of memory");
+    EXPECT_EQ(fluxMesh.m_dV.Count() + fluxMesh.m_F.Count() + fluxMesh.m_C.Count(), 0);
+    EXPECT_EQ(isotherms.Count(), 1);
+  }
+}
+
+// A long level list is traced by a few tasks, not one thread per level, and still gives every
+// level its own segments and flow, in level order.
+TEST(SldmSolve, ThousandsOfLevelsMatchTheSingleLevel) {
+  const ON_Mesh mesh = RectangleMesh(1, 1, 3, 3);
+  SolverHandle solver = CreateSolver(mesh, 2);
+  const std::unique_ptr<Solution> one = SolveAll(solver.get(), mesh, {0.4});
+  const int segments = one->isotherms.Count();
+  ASSERT_GT(segments, 0);
+  const std::vector<double> levels(20000, 0.4);
+  const std::unique_ptr<Solution> many = SolveAll(solver.get(), mesh, levels);
+  ASSERT_EQ(many->isotherms.Count(), segments * 20000);
+  for (int i = 0; i < 20000; i += 997) {
+    EXPECT_EQ(many->levelFlow[i], one->levelFlow[0]) << i;
+    EXPECT_EQ(many->isotherms[i * segments].from, one->isotherms[0].from) << i;
+  }
 }
 
 }  // namespace

@@ -89,6 +89,8 @@ class ON_SimpleArray {
     return m_a[m_count++];
   }
 
+  // A failed growth leaves the array empty (see SetCapacity) and drops x. The other appending
+  // functions do not check, so callers that may run out of memory reserve and check first.
   void Append(const T& x) {
     if (m_count == m_capacity) {
       const int new_capacity = NewCapacity();
@@ -97,10 +99,12 @@ class ON_SimpleArray {
         T temp;
         std::memcpy(static_cast<void*>(&temp), &x, sizeof(T));
         Reserve(static_cast<size_t>(new_capacity));
+        if (m_a == nullptr) return;  // allocation failure: the element is dropped
         std::memcpy(static_cast<void*>(m_a + m_count++), &temp, sizeof(T));
         return;
       }
       Reserve(static_cast<size_t>(new_capacity));
+      if (m_a == nullptr) return;  // allocation failure: the element is dropped
     }
     std::memcpy(static_cast<void*>(m_a + m_count++), &x, sizeof(T));
   }
