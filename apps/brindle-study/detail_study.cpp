@@ -7,6 +7,7 @@
 #include "block_mesher.h"
 #include "geometry.h"
 #include "medit.h"
+#include "volume_pictures.h"
 #include "vtk_writer.h"
 
 namespace brindle::study {
@@ -29,9 +30,13 @@ DetailRun SolveDetail(const Detail& detail, const MeshSizes& sizes) {
   return run;
 }
 
-void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair) {
-  WriteVtk(path, "brindle-study 3-D detail", run.mesh,
-           TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair));
+void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair,
+                    const std::vector<int>& references) {
+  WriteVtk(
+      path, "brindle-study 3-D detail", run.mesh,
+      TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair,
+                        references.empty() ? BuiltInReferences(run.mesh.materials) : references,
+                        MaterialNames(run.mesh.materials)));
 }
 
 JsonObject RunSteelExample(const Options& options, const Progress& progress) {
@@ -83,6 +88,18 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
 
   const std::string vtk = options.output + "/steel-3d.vtk";
   WriteDetailVtk(vtk, run, pair);
+  VolumeOutcome outcome;
+  outcome.caption = "Steel bar through an insulated concrete wall (a quarter of the detail)";
+  outcome.mesh = &run.mesh;
+  for (double t : run.solution.temperature)
+    outcome.temperature.push_back(pair.Celsius(t));
+  outcome.environments = {
+      {"inside", pair.inside, false, SolidFacesTowards(run.mesh, Role::WarmLayer)},
+      {"outside", pair.outside, true, SolidFacesTowards(run.mesh, Role::ColdLayer)}};
+  outcome.symmetry = {{1, 0.0}, {2, 0.0}};  // the bar's axis is the x axis
+  const VolumePictureFiles pictures = WriteVolumePictures(options.output, "steel-3d", outcome);
+  for (const std::string& file : pictures.files)
+    progress.Line("  wrote " + file);
   const std::string mesh = options.output + "/steel-3d.mesh";
   WriteMedit(mesh, MeditText(run.mesh));
   progress.Line("  wrote " + vtk + " and " + mesh + "; to study that mesh as your own:");

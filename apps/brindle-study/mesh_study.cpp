@@ -29,6 +29,13 @@ void PrintTemperatures(double lowest, const TemperaturePair& pair) {
               pair.Celsius(lowest));
 }
 
+// The element references in the order the model numbers its materials (ascending).
+std::vector<int> SortedReferences(std::vector<int> refs) {
+  std::sort(refs.begin(), refs.end());
+  refs.erase(std::unique(refs.begin(), refs.end()), refs.end());
+  return refs;
+}
+
 bool IsFlat(const TriMesh& mesh) {
   return std::all_of(mesh.points.begin(), mesh.points.end(),
                      [&](const Point& p) { return p[2] == mesh.points.front()[2]; });
@@ -60,7 +67,7 @@ JsonObject RunMeshStudy(const Options& options, const Progress& progress) {
     PrintTemperatures(lowest, pair);
     std::printf("\n");
     const std::string vtk = options.output + "/mesh-3d.vtk";
-    WriteDetailVtk(vtk, run, pair);
+    WriteDetailVtk(vtk, run, pair, SortedReferences(medit.tetrahedronRef));
     progress.Line("wrote " + vtk);
     json.Add("kind", "volume")
         .Add("heat_flow_W_per_K", run.flow)
@@ -88,7 +95,7 @@ JsonObject RunMeshStudy(const Options& options, const Progress& progress) {
   PrintTemperatures(lowest, pair);
   std::printf("\n");
   const std::string vtk = options.output + "/mesh-2d.vtk";
-  WriteSectionVtk(vtk, run, pair);
+  WriteSectionVtk(vtk, run, pair, SortedReferences(medit.triangleRef));
   progress.Line("wrote " + vtk);
   if (IsFlat(run.mesh)) {
     const std::string svg = options.output + "/mesh-2d.svg";
