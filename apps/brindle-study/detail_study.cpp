@@ -7,6 +7,7 @@
 #include "block_mesher.h"
 #include "geometry.h"
 #include "medit.h"
+#include "terminal.h"
 #include "volume_pictures.h"
 #include "vtk_writer.h"
 
@@ -43,7 +44,11 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
   const TemperaturePair pair{options.inside, options.outside};
   const Detail detail = SteelBarDetail();
   progress.Line("3-D example: 40 mm square steel bar through an insulated concrete wall");
-  const DetailRun run = SolveDetail(detail, DetailSizes().Refined(options.refine3d));
+  const std::string log = LibraryLogPath(options);
+  const DetailRun run = [&] {
+    const LibraryOutputToLog quiet(log);
+    return SolveDetail(detail, DetailSizes().Refined(options.refine3d));
+  }();
   progress.Line(
       Format("  solved %zu tetrahedra, %zu vertices (a quarter of the detail; the "
              "solver %s, squared residual %.3g)",
@@ -74,7 +79,10 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
 
   JsonObject check;  // filled by the mesh check
   if (options.convergence && options.refine3d > 0) {
-    const DetailRun coarse = SolveDetail(detail, DetailSizes().Refined(options.refine3d - 1));
+    const DetailRun coarse = [&] {
+      const LibraryOutputToLog quiet(log);
+      return SolveDetail(detail, DetailSizes().Refined(options.refine3d - 1));
+    }();
     const double coarseChi = copies * coarse.flow - u * area;
     const double change = std::abs(chi / coarseChi - 1.0);
     progress.Line(
@@ -89,6 +97,8 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
   const std::string vtk = options.output + "/steel-3d.vtk";
   WriteDetailVtk(vtk, run, pair);
   VolumeOutcome outcome;
+  outcome.sectionGiven = options.sectionGiven;
+  outcome.section = {options.sectionAxis, options.sectionOffset};
   outcome.caption = "Steel bar through an insulated concrete wall (a quarter of the detail)";
   outcome.mesh = &run.mesh;
   for (double t : run.solution.temperature)
@@ -103,19 +113,26 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
   const std::string mesh = options.output + "/steel-3d.mesh";
   WriteMedit(mesh, MeditText(run.mesh));
   progress.Line("  wrote " + vtk + " and " + mesh + "; to study that mesh as your own:");
-  progress.Line("    brindle-study --mesh " + mesh + " " + MeditStudyArguments(run.mesh.materials));
+  std::printf("    %s %s\n", ShellCommand({options.program, "--mesh", AbsolutePath(mesh)}).c_str(),
+              MeditStudyArguments(run.mesh.materials).c_str());
+  std::fflush(stdout);
   JsonObject json;
-  json.Add("heat_flow_W_per_K", flow)
+  json.Add("materials", MaterialsJson(detail.materials))
+      .Add("heat_flow_W_per_K", flow)
       .Add("wall_area_m2", area)
       .Add("U_by_hand_W_per_m2K", u)
       .Add("chi_W_per_K", chi)
       .Add("fRsi", run.minFactor)
+      .Add("coldest_surface_point_m",
+           std::vector<double>{run.coldest[0], run.coldest[1], run.coldest[2]})
       .Add("min_interior_surface_temperature_C", pair.Celsius(run.minFactor))
       .Add("heat_loss_W", flow * pair.Difference())
       .Add("solver_converged", run.solution.converged)
       .Add("tetrahedra", static_cast<int>(run.mesh.tetrahedra.size()))
       .Add("vertices", static_cast<int>(run.mesh.points.size()));
   if (options.convergence && options.refine3d > 0) json.Add("mesh_check", check);
+  json.Add("surface_extremes", ExtremesJson(pictures.extremes))
+      .Add("section_plane", PlaneName(pictures.section));
   return json;
 }
 

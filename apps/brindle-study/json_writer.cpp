@@ -75,6 +75,19 @@ JsonObject& JsonObject::Add(const std::string& key, const JsonObject& value) {
   return *this;
 }
 
+JsonObject MaterialsJson(const std::vector<Material>& materials) {
+  JsonObject json;
+  for (const Material& m : materials) {
+    const char* role = m.role == Role::Solid       ? "solid"
+                       : m.role == Role::WarmLayer ? "interior surface resistance"
+                                                   : "exterior surface resistance";
+    JsonObject material;
+    material.Add("conductivity_W_per_mK", m.conductivity).Add("role", role);
+    json.Add(m.name, material);
+  }
+  return json;
+}
+
 std::string JsonObject::Render(int indent) const {
   if (members_.empty()) return "{}";
   const std::string pad(indent + 2, ' ');

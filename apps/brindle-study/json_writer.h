@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "model.h"
+
 namespace brindle::study {
 
 // An object whose members keep the order they were added in.
@@ -25,6 +27,10 @@ class JsonObject {
  private:
   std::vector<std::pair<std::string, std::string>> members_;  // key, rendered value
 };
+
+// The materials of a model: {"name": {"conductivity_W_per_mK": k, "role": "solid" |
+// "interior surface resistance" | "exterior surface resistance"}, ...}.
+JsonObject MaterialsJson(const std::vector<Material>& materials);
 
 // A JSON string literal with the necessary escapes.
 std::string JsonString(const std::string& text);

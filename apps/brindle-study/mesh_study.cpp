@@ -9,6 +9,7 @@
 #include "medit.h"
 #include "section_study.h"
 #include "solve.h"
+#include "terminal.h"
 #include "user_model.h"
 
 namespace brindle::study {
@@ -53,7 +54,10 @@ JsonObject RunMeshStudy(const Options& options, const Progress& progress) {
   if (IsVolumeMesh(medit)) {
     DetailRun run;
     run.mesh = BuildVolumeModel(medit, options.assignment);
-    run.solution = SolveVolume(run.mesh);
+    {
+      const LibraryOutputToLog quiet(LibraryLogPath(options));
+      run.solution = SolveVolume(run.mesh);
+    }
     run.flow = 0.5 * (run.solution.warmFlow + run.solution.coldFlow);
     progress.Line(Format("solved the volume model (%s)",
                          run.solution.converged ? "converged" : "iteration limit reached"));
@@ -80,7 +84,10 @@ JsonObject RunMeshStudy(const Options& options, const Progress& progress) {
 
   SectionRun run;
   run.mesh = BuildSurfaceModel(medit, options.assignment);
-  run.solution = SolveSurface(run.mesh, EvenLevels(options.levels));
+  {
+    const LibraryOutputToLog quiet(LibraryLogPath(options));
+    run.solution = SolveSurface(run.mesh, EvenLevels(options.levels));
+  }
   double sum = 0.0;
   for (double f : run.solution.levelFlow)
     sum += f;

@@ -9,6 +9,7 @@
 #include "flat_picture.h"
 #include "geometry.h"
 #include "medit.h"
+#include "terminal.h"
 #include "vtk_writer.h"
 
 namespace brindle::study {
@@ -124,7 +125,8 @@ namespace {
 JsonObject FiguresJson(const SlabFigures& f, const SectionRun& slab, const SectionRun& wall,
                        const Detail& detail, const TemperaturePair& pair) {
   JsonObject json;
-  json.Add("L2D_W_per_mK", f.l2d)
+  json.Add("materials", MaterialsJson(detail.materials))
+      .Add("L2D_W_per_mK", f.l2d)
       .Add("isotherm_flows_W_per_mK", slab.solution.levelFlow)
       .Add("isotherm_levels", slab.solution.levels)
       .Add("isotherm_flow_spread", slab.flowSpread)
@@ -152,7 +154,11 @@ JsonObject RunSlabExample(const Options& options, const Progress& progress) {
       "2-D example: concrete floor slab through the insulation of a "
       "masonry wall");
   SectionRun slab, wall;
-  const SlabFigures f = SolveSlabExample(options.refine, options.levels, &slab, &wall);
+  const std::string log = LibraryLogPath(options);
+  const SlabFigures f = [&] {
+    const LibraryOutputToLog quiet(log);
+    return SolveSlabExample(options.refine, options.levels, &slab, &wall);
+  }();
   progress.Line(
       Format("  solved the section (%zu triangles, %zu vertices) and the undisturbed "
              "wall (%zu triangles)",
@@ -192,8 +198,10 @@ JsonObject RunSlabExample(const Options& options, const Progress& progress) {
   if (options.convergence) {
     std::vector<double> refineLevels, psis;
     for (int level = std::max(0, options.refine - 2); level <= options.refine; ++level) {
-      const double psi =
-          level == options.refine ? f.psi : SolveSlabExample(level, options.levels).psi;
+      const double psi = level == options.refine ? f.psi : [&] {
+        const LibraryOutputToLog quiet(log);
+        return SolveSlabExample(level, options.levels).psi;
+      }();
       refineLevels.push_back(level);
       psis.push_back(psi);
       progress.Line(Format("  mesh check: level %d gives psi = %.4f W/(m K)", level, psi));
@@ -235,8 +243,9 @@ JsonObject RunSlabExample(const Options& options, const Progress& progress) {
                 ", slab-2d-flux.svg, wall-2d.svg, wall-2d-flux.svg, "
                 "slab-2d.vtk, wall-2d.vtk and " +
                 mesh + "; to study that mesh as your own:");
-  progress.Line("    brindle-study --mesh " + mesh + " " +
-                MeditStudyArguments(slab.mesh.materials));
+  std::printf("    %s %s\n", ShellCommand({options.program, "--mesh", AbsolutePath(mesh)}).c_str(),
+              MeditStudyArguments(slab.mesh.materials).c_str());
+  std::fflush(stdout);
   return json;
 }
 

@@ -78,6 +78,19 @@ std::string FileStem(const std::string& name) {
   return stem.empty() ? "environment" : stem;
 }
 
+JsonObject ExtremesJson(const std::vector<ExtremePoint>& extremes) {
+  JsonObject json;
+  for (const ExtremePoint& e : extremes) {
+    JsonObject point;
+    point.Add("kind", e.warmest ? "warmest" : "coldest")
+        .Add("temperature_C", e.temperature)
+        .Add("temperature_factor", e.factor)
+        .Add("at_m", std::vector<double>{e.at[0], e.at[1], e.at[2]});
+    json.Add(e.environment, point);
+  }
+  return json;
+}
+
 namespace {
 
 std::string PointText(const Point& p) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "json_writer.h"
 #include "model.h"
 #include "section_cut.h"
 #include "surface_picture.h"
@@ -60,6 +61,10 @@ struct VolumePictureFiles {
 // into `folder`.
 VolumePictureFiles WriteVolumePictures(const std::string& folder, const std::string& stem,
                                        const VolumeOutcome& outcome);
+
+// The extreme point of every environment: {"inside": {"kind": "coldest", "temperature_C",
+// "temperature_factor", "at_m": [x, y, z]}, ...}.
+JsonObject ExtremesJson(const std::vector<ExtremePoint>& extremes);
 
 // A file-name-safe form of an environment's name.
 std::string FileStem(const std::string& name);
