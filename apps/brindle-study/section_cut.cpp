@@ -27,19 +27,26 @@ SectionCut CutTetMesh(const TetMesh& mesh, const std::vector<double>& values, Ax
   cut.axes = PlaneAxes(plane.axis);
   cut.mesh.materials = mesh.materials;
   const int axis = plane.axis;
-  auto above = [&](int v) { return mesh.points[v][axis] >= plane.offset; };
+  // Vertices within rounding of the plane lie on it, so that a plane through grid lines that
+  // are not exactly representable still meets their vertices rather than slivers beside them.
+  double extent = std::abs(plane.offset);
+  for (const Point& p : mesh.points)
+    extent = std::max(extent, std::abs(p[axis]));
+  const double tolerance = 1e-12 * std::max(extent, 1e-3);
+  auto onPlane = [&](int v) { return std::abs(mesh.points[v][axis] - plane.offset) <= tolerance; };
+  auto above = [&](int v) { return mesh.points[v][axis] >= plane.offset - tolerance; };
   // Cut points keyed by their edge; a vertex lying on the plane is its own key (v, v).
   std::map<std::pair<int, int>, int> pointOf;
   auto cutPoint = [&](int below, int upper) {
     const Point& a = mesh.points[below];
     const Point& b = mesh.points[upper];
-    const bool onPlane = b[axis] == plane.offset;
+    const bool atUpper = onPlane(upper);
     const std::pair<int, int> key =
-        onPlane ? std::make_pair(upper, upper)
+        atUpper ? std::make_pair(upper, upper)
                 : std::make_pair(std::min(below, upper), std::max(below, upper));
     const auto found = pointOf.find(key);
     if (found != pointOf.end()) return found->second;
-    const double w = onPlane ? 1.0 : (plane.offset - a[axis]) / (b[axis] - a[axis]);
+    const double w = atUpper ? 1.0 : (plane.offset - a[axis]) / (b[axis] - a[axis]);
     const Point p = a + w * (b - a);
     const int index = int(cut.mesh.points.size());
     cut.mesh.points.push_back({p[cut.axes[0]], p[cut.axes[1]], 0.0});
