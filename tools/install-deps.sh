@@ -2,9 +2,9 @@
 # Installs the Debian packages the build needs, only those that are missing.
 set -euo pipefail
 packages=(cmake g++ make libeigen3-dev libgtest-dev libbenchmark-dev binutils "$@")
-# The study tool's report: nlohmann-json3-dev reads its summary, chromium renders it in a test.
-packages+=(nlohmann-json3-dev chromium)
 missing=()
+# The study tool's report reads its summary with nlohmann-json3-dev; a test renders it in chromium.
+packages+=(nlohmann-json3-dev chromium)
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
 done

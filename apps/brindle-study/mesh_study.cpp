@@ -11,6 +11,7 @@
 #include "solve.h"
 #include "terminal.h"
 #include "user_model.h"
+#include "volume_pictures.h"
 
 namespace brindle::study {
 namespace {
@@ -28,6 +29,16 @@ void PrintTemperatures(double lowest, const TemperaturePair& pair) {
   if (std::isnan(lowest)) return;
   std::printf("  Lowest temperature on the --surface group: factor %.3f, %.1f C\n", lowest,
               pair.Celsius(lowest));
+}
+
+// The boundary triangles with one of the references, pointing out of the solid.
+std::vector<std::array<int, 3>> BoundaryFaces(const TetMesh& mesh, const MeditMesh& medit,
+                                              const std::vector<int>& refs) {
+  std::vector<std::array<int, 3>> faces;
+  for (std::size_t f = 0; f < medit.triangles.size(); ++f)
+    if (std::find(refs.begin(), refs.end(), medit.triangleRef[f]) != refs.end())
+      faces.push_back(medit.triangles[f]);
+  return OrientOutOfSolid(mesh, faces);
 }
 
 // The element references in the order the model numbers its materials (ascending).
@@ -73,6 +84,21 @@ JsonObject RunMeshStudy(const Options& options, const Progress& progress) {
     const std::string vtk = options.output + "/mesh-3d.vtk";
     WriteDetailVtk(vtk, run, pair, SortedReferences(medit.tetrahedronRef));
     progress.Line("wrote " + vtk);
+    VolumeOutcome outcome;
+    outcome.caption = options.mesh;
+    outcome.mesh = &run.mesh;
+    for (double t : run.solution.temperature)
+      outcome.temperature.push_back(pair.Celsius(t));
+    outcome.environments = {
+        {"high side", pair.inside, false, BoundaryFaces(run.mesh, medit, options.assignment.high)},
+        {"low side", pair.outside, true, BoundaryFaces(run.mesh, medit, options.assignment.low)}};
+    outcome.sectionGiven = options.sectionGiven;
+    outcome.section = {options.sectionAxis, options.sectionOffset};
+    const VolumePictureFiles pictures = WriteVolumePictures(options.output, "mesh-3d", outcome);
+    for (const std::string& file : pictures.files)
+      progress.Line("wrote " + file);
+    json.Add("surface_extremes", ExtremesJson(pictures.extremes))
+        .Add("section_plane", PlaneName(pictures.section));
     json.Add("kind", "volume")
         .Add("heat_flow_W_per_K", run.flow)
         .Add("warm_side_flow_W_per_K", run.solution.warmFlow)

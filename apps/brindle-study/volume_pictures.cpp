@@ -44,6 +44,32 @@ std::vector<std::array<int, 3>> SolidFacesTowards(const TetMesh& mesh, Role laye
   return out;
 }
 
+std::vector<std::array<int, 3>> OrientOutOfSolid(const TetMesh& mesh,
+                                                 const std::vector<std::array<int, 3>>& faces) {
+  std::map<std::array<int, 3>, int> opposite;  // sorted face -> the tetrahedron's fourth vertex
+  for (const auto& tet : mesh.tetrahedra)
+    for (int skip = 0; skip < 4; ++skip) {
+      std::array<int, 3> key;
+      int k = 0;
+      for (int i = 0; i < 4; ++i)
+        if (i != skip) key[k++] = tet[i];
+      std::sort(key.begin(), key.end());
+      opposite.emplace(key, tet[skip]);
+    }
+  std::vector<std::array<int, 3>> out;
+  for (std::array<int, 3> face : faces) {
+    std::array<int, 3> key = face;
+    std::sort(key.begin(), key.end());
+    const auto found = opposite.find(key);
+    if (found == opposite.end()) continue;
+    const Point& a = mesh.points[face[0]];
+    const Point normal = Cross(mesh.points[face[1]] - a, mesh.points[face[2]] - a);
+    if (Dot(normal, mesh.points[found->second] - a) > 0.0) std::swap(face[1], face[2]);
+    out.push_back(face);
+  }
+  return out;
+}
+
 int ExtremeVertex(const std::vector<std::array<int, 3>>& faces, const std::vector<double>& values,
                   bool highest) {
   int best = -1;
@@ -173,9 +199,12 @@ VolumePictureFiles WriteVolumePictures(const std::string& folder, const std::str
     scene.triangles = env.faces;
     scene.temperature = outcome.temperature;
     scene.scale = scale;
-    scene.markers = {
-        {mesh.points[v],
-         Format("%s %.1f °C, f = %.3f", env.exterior ? "warmest" : "coldest", t, factorOf(t))}};
+    // A surface held at one temperature has no point worth pointing at.
+    const int other = ExtremeVertex(env.faces, outcome.temperature, !env.exterior);
+    if (std::abs(outcome.temperature[other] - t) > 1e-9 * std::max(1.0, std::abs(t)))
+      scene.markers = {
+          {mesh.points[v],
+           Format("%s %.1f °C, f = %.3f", env.exterior ? "warmest" : "coldest", t, factorOf(t))}};
     scene.symmetry = outcome.symmetry;
     const std::string path = folder + "/" + stem + "-" + FileStem(env.name) + ".svg";
     WriteSurfaceSvg(path, scene);

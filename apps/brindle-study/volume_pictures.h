@@ -25,6 +25,11 @@ struct VolumeEnvironment {
 // Faces between a solid tetrahedron and one of material role `layer`, oriented out of the solid.
 std::vector<std::array<int, 3>> SolidFacesTowards(const TetMesh& mesh, Role layer);
 
+// The faces turned to point out of the tetrahedron they bound (the first one found for a face
+// between two tetrahedra); faces that bound none are dropped.
+std::vector<std::array<int, 3>> OrientOutOfSolid(const TetMesh& mesh,
+                                                 const std::vector<std::array<int, 3>>& faces);
+
 // The vertex of `faces` with the lowest (or highest) value.
 int ExtremeVertex(const std::vector<std::array<int, 3>>& faces, const std::vector<double>& values,
                   bool highest);

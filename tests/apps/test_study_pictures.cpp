@@ -2,8 +2,8 @@
 // fills, and labels that stay on their isotherm, inside the picture and apart.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <algorithm>
+#include <cmath>
 #include <regex>
 #include <sstream>
 
@@ -124,9 +124,9 @@ std::vector<std::pair<Box, std::string>> Labels(const std::string& svg) {
       "rx=\"3\"[^>]*/>\\s*<text[^>]*>([^<]*)</text>");
   std::vector<std::pair<Box, std::string>> found;
   for (std::sregex_iterator it(svg.begin(), svg.end(), label), end; it != end; ++it)
-    found.push_back({{std::stod((*it)[1]), std::stod((*it)[2]), std::stod((*it)[3]),
-                      std::stod((*it)[4])},
-                     (*it)[5]});
+    found.push_back(
+        {{std::stod((*it)[1]), std::stod((*it)[2]), std::stod((*it)[3]), std::stod((*it)[4])},
+         (*it)[5]});
   return found;
 }
 
@@ -155,8 +155,8 @@ TEST(StudyPictures, IsothermLabelsSitOnTheirLineInsideThePictureAndApart) {
     EXPECT_LE(a.y + a.height, height);
     for (std::size_t j = i + 1; j < labels.size(); ++j) {
       const Box& b = labels[j].first;
-      const bool apart = a.x + a.width <= b.x || b.x + b.width <= a.x ||
-                         a.y + a.height <= b.y || b.y + b.height <= a.y;
+      const bool apart = a.x + a.width <= b.x || b.x + b.width <= a.x || a.y + a.height <= b.y ||
+                         b.y + b.height <= a.y;
       EXPECT_TRUE(apart) << labels[i].second << " and " << labels[j].second;
     }
   }
@@ -181,9 +181,8 @@ TEST(StudyPictures, IsothermLabelsSitOnTheirLineInsideThePictureAndApart) {
     double nearest = 1e9;
     for (const auto& s : drawn[iso - picture.isotherms.begin()]) {
       const double dx = s[2] - s[0], dy = s[3] - s[1];
-      const double t = std::clamp(((cx - s[0]) * dx + (cy - s[1]) * dy) /
-                                      std::max(dx * dx + dy * dy, 1e-12),
-                                  0.0, 1.0);
+      const double t = std::clamp(
+          ((cx - s[0]) * dx + (cy - s[1]) * dy) / std::max(dx * dx + dy * dy, 1e-12), 0.0, 1.0);
       nearest = std::min(nearest, std::hypot(s[0] + t * dx - cx, s[1] + t * dy - cy));
     }
     EXPECT_LT(nearest, 0.5) << text;

@@ -102,8 +102,8 @@ TEST(StudyRecords, ReportPageHoldsInputsResultsChecksAndPicturesInline) {
           "mesh_check": {"finest_change": 0.001}, "at_m": [0.5, 0.25, 0]}})");
   const std::string html = ReportHtml(summary, {{"d", "Detail d", figures}});
   for (const char* expected :
-       {"<!DOCTYPE html>", "brindle-study 9.8.7", "<th>inside_C</th><td>20</td>",
-        "a &lt;b&gt;.msh", "<h3>Materials</h3>", "brick / conductivity_W_per_mK",
+       {"<!DOCTYPE html>", "brindle-study 9.8.7", "<th>inside_C</th><td>20</td>", "a &lt;b&gt;.msh",
+        "<h3>Materials</h3>", "brick / conductivity_W_per_mK",
         "<th>psi_W_per_mK</th><td>0.123457</td>", "<h3>Mesh and convergence checks</h3>",
         "mesh_check / finest_change", "[0.5, 0.25, 0]", "<svg>temperature</svg>", ">flux</svg>"})
     EXPECT_NE(html.find(expected), std::string::npos) << expected;

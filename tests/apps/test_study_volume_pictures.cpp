@@ -42,7 +42,8 @@ std::vector<double> Linear(const TetMesh& mesh) {
 double Area(const TriMesh& mesh) {
   double area = 0.0;
   for (const auto& t : mesh.triangles) {
-    const Point n = Cross(mesh.points[t[1]] - mesh.points[t[0]], mesh.points[t[2]] - mesh.points[t[0]]);
+    const Point n =
+        Cross(mesh.points[t[1]] - mesh.points[t[0]], mesh.points[t[2]] - mesh.points[t[0]]);
     EXPECT_GT(n[2], 0.0);  // counter-clockwise in the picture
     area += 0.5 * n[2];
   }
@@ -58,9 +59,9 @@ TEST(StudyVolumePictures, CutsAreWholeConformingAndInterpolateExactly) {
   };
   // Planes between grid lines, on grid lines and on the model's boundary (where the faces in
   // the plane are cut once, by the tetrahedra below).
-  for (const Case& c : {Case{{2, 0.0437}, 0.32 * 0.2}, Case{{1, 0.1}, 0.32 * 0.1},
-                        Case{{0, 0.1}, 0.2 * 0.1}, Case{{0, 0.2}, 0.2 * 0.1},
-                        Case{{2, 0.1}, 0.32 * 0.2}}) {
+  for (const Case& c :
+       {Case{{2, 0.0437}, 0.32 * 0.2}, Case{{1, 0.1}, 0.32 * 0.1}, Case{{0, 0.1}, 0.2 * 0.1},
+        Case{{0, 0.2}, 0.2 * 0.1}, Case{{2, 0.1}, 0.32 * 0.2}}) {
     const SectionCut cut = CutTetMesh(mesh, values, c.plane);
     EXPECT_NEAR(Area(cut.mesh), c.area, 1e-12) << PlaneName(c.plane);
     for (std::size_t v = 0; v < cut.mesh.points.size(); ++v) {
@@ -99,12 +100,13 @@ TEST(StudyVolumePictures, ChosenSectionCrossesTheSurfaceEvenAtTheModelsEdge) {
 
 TEST(StudyVolumePictures, EnvironmentFacesPointOutOfTheSolidAndFaceTheViewer) {
   const TetMesh mesh = LayeredBox();
-  for (const auto& [role, outward] : {std::pair{Role::WarmLayer, Point{-1, 0, 0}},
-                                      std::pair{Role::ColdLayer, Point{1, 0, 0}}}) {
+  for (const auto& [role, outward] :
+       {std::pair{Role::WarmLayer, Point{-1, 0, 0}}, std::pair{Role::ColdLayer, Point{1, 0, 0}}}) {
     const auto faces = SolidFacesTowards(mesh, role);
     double area = 0.0;
     for (const auto& f : faces) {
-      const Point n = Cross(mesh.points[f[1]] - mesh.points[f[0]], mesh.points[f[2]] - mesh.points[f[0]]);
+      const Point n =
+          Cross(mesh.points[f[1]] - mesh.points[f[0]], mesh.points[f[2]] - mesh.points[f[0]]);
       EXPECT_NEAR(Dot(n, outward), Norm(n), 1e-15);
       area += 0.5 * Norm(n);
     }
@@ -151,8 +153,8 @@ TEST(StudyVolumePictures, SolvedModelGetsItsPicturesExtremesAndSurfaceFile) {
     names.push_back(fs::path(f).filename().string());
     EXPECT_GT(fs::file_size(f), 1000u) << f;
   }
-  EXPECT_EQ(names, (std::vector<std::string>{"box-inside.svg", "box-outside.svg",
-                                             "box-section.svg", "box-surfaces.vtk"}));
+  EXPECT_EQ(names, (std::vector<std::string>{"box-inside.svg", "box-outside.svg", "box-section.svg",
+                                             "box-surfaces.vtk"}));
   ASSERT_EQ(written.extremes.size(), 2u);
   EXPECT_FALSE(written.extremes[0].warmest);
   EXPECT_NEAR(written.extremes[0].at[0], 0.0, 1e-12);
@@ -166,10 +168,9 @@ TEST(StudyVolumePictures, SolvedModelGetsItsPicturesExtremesAndSurfaceFile) {
   std::ifstream in(folder / "box-surfaces.vtk");
   std::stringstream text;
   text << in.rdbuf();
-  for (const char* expected :
-       {"FIELD FieldData 1\nenvironment_name 1 2 string\nInside\nOutside\n",
-        "SCALARS temperature_C double 1", "SCALARS temperature_factor double 1",
-        "SCALARS environment int 1"})
+  for (const char* expected : {"FIELD FieldData 1\nenvironment_name 1 2 string\nInside\nOutside\n",
+                               "SCALARS temperature_C double 1",
+                               "SCALARS temperature_factor double 1", "SCALARS environment int 1"})
     EXPECT_NE(text.str().find(expected), std::string::npos) << expected;
   std::ifstream svg(folder / "box-inside.svg");
   std::stringstream picture;
