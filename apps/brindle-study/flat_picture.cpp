@@ -92,12 +92,12 @@ std::vector<Point> ClipToBand(const std::array<Point, 3>& p, const std::array<do
 
 namespace {
 
-// Fills in bands a quarter of the isotherm step wide, each in the colour of its middle: smooth
+// Fills in bands half the isotherm step wide, each in the colour of its middle: smooth
 // to the eye, and exact where the isotherms run.
 void AddBands(SvgPicture& picture, const TriMesh& mesh, const std::vector<double>& temperature,
               const std::vector<double>& levels, const ColourScale& scale) {
   const double step =
-      (levels.size() > 1 ? levels[1] - levels[0] : (scale.high - scale.low) / 8) / 4;
+      (levels.size() > 1 ? levels[1] - levels[0] : (scale.high - scale.low) / 8) / 2;
   for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
     if (picture.hidden[f]) continue;
     const auto& t = mesh.triangles[f];
@@ -107,7 +107,7 @@ void AddBands(SvgPicture& picture, const TriMesh& mesh, const std::vector<double
     for (double k = std::floor(lo / step); k * step <= hi; k += 1.0) {
       const double bandLow = k * step, bandHigh = (k + 1) * step;
       if (lo >= bandLow && hi <= bandHigh) {  // the whole triangle lies in one band
-        picture.fills.push_back({scale.Colour(bandLow + step / 2), {p[0], p[1], p[2]}});
+        picture.fills.push_back({scale.Colour(bandLow + step / 2), {}, int(f)});
         break;
       }
       std::vector<Point> part = ClipToBand(p, v, bandLow, bandHigh);
@@ -147,8 +147,13 @@ SvgPicture FluxPicture(const TriMesh& mesh, const std::vector<double>& fluxDensi
   picture.title = title;
   picture.scale = scale;
   picture.hidden = SurfaceLayerTriangles(mesh);
-  for (double q : fluxDensity)
-    picture.faceColour.push_back(scale.Colour(q));
+  picture.isothermColour = "#f4f4f4";
+  // 64 steps of colour: the eye tells no more apart, and equal colours merge into one outline.
+  const double step = (scale.high - scale.low) / 64;
+  for (double q : fluxDensity) {
+    const double band = std::clamp(std::floor((q - scale.low) / step), 0.0, 63.0);
+    picture.faceColour.push_back(scale.Colour(scale.low + (band + 0.5) * step));
+  }
   AddIsotherms(picture, mesh, temperature, isotherms);
   return picture;
 }

@@ -172,6 +172,42 @@ std::vector<std::array<int, 2>> OutlineEdges(const TriMesh& mesh, const std::vec
   return outline;
 }
 
+std::string RegionPath(const TriMesh& mesh, const std::vector<int>& triangles,
+                       const std::function<std::string(const Point&)>& xy) {
+  // Directed edges of the triangles turned counter-clockwise; an edge whose reverse is absent
+  // is on the boundary, and the boundary edges chain into closed loops.
+  std::map<std::pair<int, int>, int> edges;
+  for (int f : triangles) {
+    std::array<int, 3> t = mesh.triangles[f];
+    const Point e1 = mesh.points[t[1]] - mesh.points[t[0]];
+    const Point e2 = mesh.points[t[2]] - mesh.points[t[0]];
+    if (e1[0] * e2[1] - e1[1] * e2[0] < 0.0) std::swap(t[1], t[2]);
+    for (int e = 0; e < 3; ++e)
+      ++edges[{t[e], t[(e + 1) % 3]}];
+  }
+  std::multimap<int, int> next;
+  for (const auto& [edge, count] : edges)
+    if (!edges.count({edge.second, edge.first}))
+      for (int k = 0; k < count; ++k)
+        next.emplace(edge.first, edge.second);
+  std::string d;
+  while (!next.empty()) {
+    auto at = next.begin();
+    const int start = at->first;
+    d += "M" + xy(mesh.points[start]);
+    for (int current = at->second;;) {
+      next.erase(at);
+      if (current == start) break;
+      d += "L" + xy(mesh.points[current]);
+      at = next.find(current);
+      if (at == next.end()) break;  // cannot happen for a closed boundary
+      current = at->second;
+    }
+    d += "Z";
+  }
+  return d;
+}
+
 double SvgLegend(std::string& out, const ColourScale& scale, double lx, double top) {
   const double barHeight = 240, barWidth = 24;
   for (std::size_t i = 0; i < scale.title.size(); ++i)
@@ -233,32 +269,33 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
            SvgNumber(kMargin + kTitleLine * (i + 0.8)) + "\" font-size=\"" +
            (i == 0 ? "15" : "12") + "\">" + SvgEscape(picture.title[i]) + "</text>\n";
 
-  // One path per colour keeps the file small; a stroke of the fill colour hides the seams.
+  // One path per colour, whole triangles merged into their outline, keeps the file small; a
+  // stroke of the fill colour hides the seams.
   std::map<std::string, std::string> byColour;
+  std::map<std::string, std::vector<int>> wholeByColour;
   for (const SvgPolygon& polygon : picture.fills) {
+    if (polygon.triangle >= 0) {
+      wholeByColour[SvgColour(polygon.colour)].push_back(polygon.triangle);
+      continue;
+    }
     std::string& d = byColour[SvgColour(polygon.colour)];
     for (std::size_t i = 0; i < polygon.corners.size(); ++i)
       d += (i == 0 ? "M" : "L") + view.X(polygon.corners[i][0]) + " " +
            view.Y(polygon.corners[i][1]);
     d += "Z";
   }
-  for (std::size_t f = 0; f < mesh.triangles.size() && picture.fills.empty(); ++f) {
-    if (!drawn(f)) continue;
-    std::string& d = byColour[SvgColour(picture.faceColour.at(f))];
-    const auto& t = mesh.triangles[f];
-    for (int i = 0; i < 3; ++i) {
-      const Point& p = mesh.points[t[i]];
-      d += (i == 0 ? "M" : "L") + view.X(p[0]) + " " + view.Y(p[1]);
-    }
-    d += "Z";
-  }
+  for (std::size_t f = 0; f < mesh.triangles.size() && picture.fills.empty(); ++f)
+    if (drawn(f)) wholeByColour[SvgColour(picture.faceColour.at(f))].push_back(int(f));
+  const auto xy = [&](const Point& p) { return view.X(p[0]) + " " + view.Y(p[1]); };
+  for (const auto& [colour, triangles] : wholeByColour)
+    byColour[colour] += RegionPath(mesh, triangles, xy);
   for (const auto& [colour, d] : byColour)
     out += "<path fill=\"" + colour + "\" stroke=\"" + colour + "\" stroke-width=\"0.4\" d=\"" + d +
            "\"/>\n";
 
   for (const SvgIsotherm& iso : picture.isotherms)
-    out += "<path fill=\"none\" stroke=\"#1a1a1a\" stroke-width=\"0.9\" d=\"" +
-           SegmentPath(view, iso.segments) + "\"/>\n";
+    out += "<path fill=\"none\" stroke=\"" + picture.isothermColour +
+           "\" stroke-width=\"0.9\" d=\"" + SegmentPath(view, iso.segments) + "\"/>\n";
 
   std::string outline;
   for (const auto& edge : OutlineEdges(mesh, picture.hidden)) {
@@ -362,8 +399,10 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
   const double legendBottom = view.top - pad + SvgLegend(out, picture.scale, lx, view.top - pad);
   double y = legendBottom + 30;
   if (!picture.isotherms.empty()) {
-    out += "<path stroke=\"#1a1a1a\" d=\"M" + SvgNumber(lx) + " " + SvgNumber(y) +
-           "h24\"/><text x=\"" + SvgNumber(lx + 30) + "\" y=\"" + SvgNumber(y + 4) +
+    out += "<rect x=\"" + SvgNumber(lx - 2) + "\" y=\"" + SvgNumber(y - 4) +
+           "\" width=\"28\" height=\"8\" fill=\"#777\"/><path stroke=\"" + picture.isothermColour +
+           "\" d=\"M" + SvgNumber(lx) + " " + SvgNumber(y) + "h24\"/><text x=\"" +
+           SvgNumber(lx + 30) + "\" y=\"" + SvgNumber(y + 4) +
            "\" font-size=\"11\">isotherm</text>\n";
     y += 18;
   }

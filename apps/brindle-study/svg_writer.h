@@ -5,6 +5,7 @@
 #define BRINDLE_STUDY_SVG_WRITER_H
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,7 @@ struct SvgGuide {
 struct SvgPolygon {
   Rgb colour;
   std::vector<Point> corners;
+  int triangle = -1;  // the mesh triangle it covers whole, if it does
 };
 
 struct SvgPicture {
@@ -46,6 +48,7 @@ struct SvgPicture {
   std::vector<SvgIsotherm> isotherms;
   std::vector<SvgMarker> markers;
   std::vector<SvgGuide> guides;
+  std::string isothermColour = "#1a1a1a";        // light on the dark flux colours
   std::array<std::string, 2> axes = {"x", "y"};  // names of the picture's horizontal/vertical
 };
 
@@ -74,6 +77,11 @@ void WriteSvg(const std::string& path, const TriMesh& mesh, const SvgPicture& pi
 // Edges to outline: boundary edges of the drawn triangles and edges between different materials.
 std::vector<std::array<int, 2>> OutlineEdges(const TriMesh& mesh,
                                              const std::vector<char>& hidden = {});
+
+// Path data of the region the triangles cover: their outer boundary as closed loops (holes run
+// the other way round), so that a region of many triangles costs only its outline.
+std::string RegionPath(const TriMesh& mesh, const std::vector<int>& triangles,
+                       const std::function<std::string(const Point&)>& xy);
 
 // Shared SVG text helpers.
 std::string SvgNumber(double value, int decimals = 1);
