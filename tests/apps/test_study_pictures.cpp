@@ -192,6 +192,50 @@ TEST(StudyPictures, IsothermLabelsSitOnTheirLineInsideThePictureAndApart) {
   EXPECT_NE(svg.find("surface-resistance layers"), std::string::npos);
 }
 
+// Signed areas of the loops of path data made of "M x y", "L x y" and "Z".
+std::vector<double> LoopAreas(const std::string& d) {
+  std::istringstream in(std::regex_replace(d, std::regex("([MLZ])"), " $1 "));
+  std::vector<double> areas;
+  std::vector<std::array<double, 2>> loop;
+  std::string command;
+  while (in >> command) {
+    if (command == "Z") {
+      double twice = 0.0;
+      for (std::size_t i = 0; i < loop.size(); ++i) {
+        const auto& a = loop[i];
+        const auto& b = loop[(i + 1) % loop.size()];
+        twice += a[0] * b[1] - a[1] * b[0];
+      }
+      areas.push_back(0.5 * twice);
+      loop.clear();
+      continue;
+    }
+    std::array<double, 2> p;
+    in >> p[0] >> p[1];
+    loop.push_back(p);
+  }
+  return areas;
+}
+
+TEST(StudyPictures, RegionOutlineCoversItsTrianglesHolesIncluded) {
+  // A 4 x 4 block of cells with its middle 2 x 2 left out: one outer loop and one hole.
+  const std::vector<Material> materials{{"a", 1.0, Role::Solid}};
+  const TriMesh mesh = MeshSection({{{0, 0, 0}, {4, 4, 0}, 0}}, materials, {1.0, 1.0, 1.0});
+  std::vector<int> ring;
+  for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
+    Point centre{0, 0, 0};
+    for (int v : mesh.triangles[f])
+      centre = centre + (1.0 / 3.0) * mesh.points[v];
+    if (!(centre[0] > 1 && centre[0] < 3 && centre[1] > 1 && centre[1] < 3)) ring.push_back(int(f));
+  }
+  const auto xy = [](const Point& p) { return SvgNumber(p[0], 3) + " " + SvgNumber(p[1], 3); };
+  const std::vector<double> areas = LoopAreas(RegionPath(mesh, ring, xy));
+  ASSERT_EQ(areas.size(), 2u);
+  EXPECT_NEAR(areas[0] + areas[1], 12.0, 1e-9);  // outer 16 counter-clockwise, hole -4
+  EXPECT_NEAR(std::max(areas[0], areas[1]), 16.0, 1e-9);
+  EXPECT_TRUE(RegionPath(mesh, {}, xy).empty());
+}
+
 TEST(StudyPictures, PlaceLabelsGivesUpRatherThanOverlapping) {
   const LabelBox area{50, 50, 100, 100};
   // Three labels that can only go to the same two spots, one of which is taken already.
