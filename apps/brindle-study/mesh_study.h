@@ -1,15 +1,15 @@
-// A study of the user's own MEDIT mesh.
+// The --mesh options as a study: the --high references are the inside environment, the --low
+// ones the outside, both without surface resistance.
 #ifndef BRINDLE_STUDY_MESH_STUDY_H
 #define BRINDLE_STUDY_MESH_STUDY_H
 
-#include "json_writer.h"
+#include <nlohmann/json.hpp>
+
 #include "options.h"
-#include "report.h"
 
 namespace brindle::study {
 
-// Reads the mesh, solves it with the volume or the surface solver and writes its results.
-JsonObject RunMeshStudy(const Options& options, const Progress& progress);
+nlohmann::json MeshShorthandStudy(const Options& options);
 
 }  // namespace brindle::study
 

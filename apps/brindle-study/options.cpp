@@ -46,7 +46,15 @@ const char* UsageText() {
          "  --section x|y|z=M    3-D section through the plane x, y or z = M metres (default:\n"
          "                       through the coldest interior surface point)\n"
          "\n"
-         "Your own study, from a MEDIT .mesh file (lengths in metres):\n"
+         "Your own study, from a study file:\n"
+         "  --study FILE.json    mesh (or geometry + mesh_size), length_unit (m, cm, mm),\n"
+         "                       materials, environments with temperature, surface_resistance\n"
+         "                       and boundaries, symmetry_factor, probes, psi or chi (see the\n"
+         "                       README); results in the terminal and in DIR/summary.json\n"
+         "  --check-convergence  also solve once more on the mesh refined uniformly and report\n"
+         "                       the changes (a warning above 1 %)\n"
+         "\n"
+         "A quick study of a MEDIT .mesh file (lengths in metres), without surface resistances:\n"
          "  --mesh FILE          tetrahedra: volume study; triangles only: surface study\n"
          "  --conductivity R=K   conductivity K in W/(m K) of the elements with reference R\n"
          "  --low R              cold side: boundary triangles (edges in a surface mesh) with\n"
@@ -102,6 +110,10 @@ Options ParseOptions(const std::vector<std::string>& args) {
       if (which != "2d" && which != "3d") throw UsageError("--only expects 2d or 3d");
       options.run2d = which == "2d";
       options.run3d = which == "3d";
+    } else if (arg == "--study") {
+      options.study = value();
+    } else if (arg == "--check-convergence") {
+      options.checkConvergence = true;
     } else if (arg == "--mesh") {
       options.mesh = value();
     } else if (arg == "--conductivity") {
@@ -128,6 +140,8 @@ Options ParseOptions(const std::vector<std::string>& args) {
       !a.conductivity.empty() || !a.low.empty() || !a.high.empty() || !a.surface.empty();
   if (options.mesh.empty() && assigns)
     throw UsageError("--conductivity, --low, --high and --surface need --mesh");
+  if (!options.study.empty() && (assigns || !options.mesh.empty()))
+    throw UsageError("--study takes its mesh and references from the study file");
   if (!options.mesh.empty() && (a.low.empty() || a.high.empty()))
     throw UsageError("--mesh needs at least one --low and one --high reference");
   return options;

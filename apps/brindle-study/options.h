@@ -24,7 +24,9 @@ struct Options {
   bool convergence = true;  // also solve the 2-D example on the two coarser levels
   bool run2d = true;
   bool run3d = true;
-  int levels = 9;    // isotherms at 1/(n+1) .. n/(n+1) of the temperature difference
+  int levels = 9;     // isotherms at 1/(n+1) .. n/(n+1) of the temperature difference
+  std::string study;  // the user's study file (JSON)
+  bool checkConvergence = false;
   std::string mesh;  // the user's MEDIT file; empty runs the built-in examples
   Assignment assignment;
   bool help = false;

@@ -399,8 +399,11 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
   const double legendBottom = view.top - pad + SvgLegend(out, picture.scale, lx, view.top - pad);
   double y = legendBottom + 30;
   if (!picture.isotherms.empty()) {
-    out += "<rect x=\"" + SvgNumber(lx - 2) + "\" y=\"" + SvgNumber(y - 4) +
-           "\" width=\"28\" height=\"8\" fill=\"#777\"/><path stroke=\"" + picture.isothermColour +
+    // A light isotherm colour needs a dark ground to show in the legend.
+    if (picture.isothermColour != "#1a1a1a")
+      out += "<rect x=\"" + SvgNumber(lx - 2) + "\" y=\"" + SvgNumber(y - 4) +
+             "\" width=\"28\" height=\"8\" fill=\"#777\"/>";
+    out += "<path stroke=\"" + picture.isothermColour +
            "\" d=\"M" + SvgNumber(lx) + " " + SvgNumber(y) + "h24\"/><text x=\"" +
            SvgNumber(lx + 30) + "\" y=\"" + SvgNumber(y + 4) +
            "\" font-size=\"11\">isotherm</text>\n";

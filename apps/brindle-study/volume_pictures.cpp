@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
 
 #include "colour_scale.h"
@@ -144,7 +145,10 @@ void WriteSurfacesVtk(const std::string& path, const VolumeOutcome& outcome, dou
           points.push_back(mesh.points[f[i]]);
           const double celsius = outcome.temperature[f[i]];
           temperature.push_back(celsius);
-          factor.push_back((celsius - coldAir) / (warmAir - coldAir));
+          // An interior surface against its own air; the exterior against the warmest air.
+          const double air =
+              outcome.environments[e].exterior ? warmAir : outcome.environments[e].temperature;
+          factor.push_back(air > coldAir ? (celsius - coldAir) / (air - coldAir) : 0.0);
         }
         t[i] = it->second;
       }
@@ -170,31 +174,38 @@ VolumePictureFiles WriteVolumePictures(const std::string& folder, const std::str
     airs.push_back(env.temperature);
   const ColourScale scale = TemperatureScale(airs);
   const double coldAir = scale.low, warmAir = scale.high;
-  auto factorOf = [&](double t) { return (t - coldAir) / (warmAir - coldAir); };
+  // Temperature factor of a surface point against its environment's air and the coldest air.
+  auto factorOf = [&](double t, double air) {
+    return air > coldAir ? (t - coldAir) / (air - coldAir)
+                         : std::numeric_limits<double>::quiet_NaN();
+  };
 
   // The section goes through the coldest point of the first interior environment.
   Point sectionAt = mesh.points.empty() ? Point{0, 0, 0} : mesh.points.front();
   Point sectionNormal{0, 0, 0};
-  double sectionTemperature = 0.0;
+  double sectionTemperature = 0.0, sectionAir = 0.0;
   bool sectionPointSet = false;
   std::vector<std::string> surfacePictures;
   for (const VolumeEnvironment& env : outcome.environments) {
     if (env.faces.empty()) continue;
     const int v = ExtremeVertex(env.faces, outcome.temperature, env.exterior);
     const double t = outcome.temperature[v];
-    written.extremes.push_back({env.name, env.exterior, mesh.points[v], t, factorOf(t)});
+    const double f = factorOf(t, env.temperature);
+    const std::string what =
+        env.exterior ? Format("warmest %.1f °C", t) : Format("coldest %.1f °C, f = %.3f", t, f);
+    written.extremes.push_back({env.name, env.exterior, mesh.points[v], t, f});
     if (!env.exterior && !sectionPointSet) {
       sectionAt = mesh.points[v];
       sectionNormal = NormalAt(mesh.points, env.faces, v);
       sectionTemperature = t;
+      sectionAir = env.temperature;
       sectionPointSet = true;
     }
     SurfaceScene scene;
     scene.title = {outcome.caption,
                    Format("Surfaces towards %s (air %.1f °C), seen from its side", env.name.c_str(),
                           env.temperature),
-                   Format("%s point %.2f °C, f = %.3f at %s", env.exterior ? "warmest" : "coldest",
-                          t, factorOf(t), PointText(mesh.points[v]).c_str())};
+                   what + " at " + PointText(mesh.points[v])};
     scene.points = mesh.points;
     scene.triangles = env.faces;
     scene.temperature = outcome.temperature;
@@ -202,9 +213,7 @@ VolumePictureFiles WriteVolumePictures(const std::string& folder, const std::str
     // A surface held at one temperature has no point worth pointing at.
     const int other = ExtremeVertex(env.faces, outcome.temperature, !env.exterior);
     if (std::abs(outcome.temperature[other] - t) > 1e-9 * std::max(1.0, std::abs(t)))
-      scene.markers = {
-          {mesh.points[v],
-           Format("%s %.1f °C, f = %.3f", env.exterior ? "warmest" : "coldest", t, factorOf(t))}};
+      scene.markers = {{mesh.points[v], what}};
     scene.symmetry = outcome.symmetry;
     const std::string path = folder + "/" + stem + "-" + FileStem(env.name) + ".svg";
     WriteSurfaceSvg(path, scene);
@@ -223,9 +232,9 @@ VolumePictureFiles WriteVolumePictures(const std::string& folder, const std::str
                               (outcome.sectionGiven ? "" : " through the coldest interior point")});
     picture.axes = {std::string(1, names[cut.axes[0]]), std::string(1, names[cut.axes[1]])};
     if (sectionPointSet && !outcome.sectionGiven)
-      picture.markers.push_back(
-          {{sectionAt[cut.axes[0]], sectionAt[cut.axes[1]], 0.0},
-           Format("coldest %.1f °C, f = %.3f", sectionTemperature, factorOf(sectionTemperature))});
+      picture.markers.push_back({{sectionAt[cut.axes[0]], sectionAt[cut.axes[1]], 0.0},
+                                 Format("coldest %.1f °C, f = %.3f", sectionTemperature,
+                                        factorOf(sectionTemperature, sectionAir))});
     for (const AxisPlane& plane : outcome.symmetry)
       for (int k = 0; k < 2; ++k)
         if (cut.axes[k] == plane.axis)

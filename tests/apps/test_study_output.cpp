@@ -1,13 +1,17 @@
 // What brindle-study writes: outlines, VTK and SVG files, and whole runs of a user study.
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "block_mesher.h"
+#include "block_study_mesh.h"
 #include "geometry.h"
+#include "mesh_source.h"
 #include "options.h"
 #include "study.h"
 #include "svg_writer.h"
@@ -117,17 +121,67 @@ TEST(StudyOutput, UserStudyRunWritesItsSummary) {
                                   (folder / "out").string(), "--conductivity", "1=2",
                                   "--conductivity", "2=2", "--high", "10", "--low", "20"});
   ASSERT_EQ(RunStudy(options), 0);
-  const std::string summary = ReadFile(folder / "out" / "summary.json");
-  EXPECT_NE(summary.find("\"kind\": \"volume\""), std::string::npos);
-  const std::size_t at = summary.find("\"heat_flow_W_per_K\": ");
-  ASSERT_NE(at, std::string::npos);
-  EXPECT_NEAR(std::stod(summary.substr(at + 21)), 1.0, 1e-9);
-  EXPECT_TRUE(fs::exists(folder / "out" / "mesh-3d.vtk"));
+  const auto summary = nlohmann::json::parse(ReadFile(folder / "out" / "summary.json"));
+  const auto& study = summary["study"];
+  EXPECT_EQ(study["dimension"], 3);
+  EXPECT_NEAR(study["coupling_coefficients"]["inside"]["outside"].get<double>(), 1.0, 1e-9);
+  EXPECT_NEAR(study["environments"]["inside"]["heat_flow"].get<double>(), 25.0, 1e-8);
+  EXPECT_NEAR(study["environments"]["outside"]["heat_flow"].get<double>(), -25.0, 1e-8);
+  EXPECT_TRUE(fs::exists(folder / "out" / "study.vtk"));
 
   // A damaged file fails the run with a message, not a crash.
   std::ofstream(folder / "bad.mesh") << "MeshVersionFormatted 2\nDimension 3\nVertices 2\n0 0\n";
   options.mesh = (folder / "bad.mesh").string();
   EXPECT_EQ(RunStudy(options), 1);
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace brindle::study
+
+namespace brindle::study {
+namespace {
+
+TEST(StudyOutput, StudyFileRunsAMeshBesideIt) {
+  const fs::path folder = ScratchFolder("brindle-study-file");
+  const TetMesh tets = MeshBlocks({{{0.0, 0.0, 0.0}, {200.0, 300.0, 200.0}, 0}},
+                                  {{"brick", 0.8, Role::Solid}}, {50.0, 100.0, 1.5});
+  const StudyMesh mesh = BlockStudyMesh(tets, [](const Point& c, const Point& n) {
+    return n[0] < -0.5 && c[0] < 1e-9 ? 10 : n[0] > 0.5 ? 20 : 0;
+  });
+  std::ofstream(folder / "wall.mesh") << StudyMeshMeditText(mesh);
+  std::ofstream(folder / "wall.json") << R"({
+    "mesh": "wall.mesh", "length_unit": "mm", "materials": {"1": 0.8},
+    "environments": {
+      "inside": {"temperature": 20, "surface_resistance": 0.13, "boundaries": [10]},
+      "outside": {"temperature": -5, "surface_resistance": 0.04, "boundaries": ["20"]}},
+    "probes": {"middle": [100, 150, 100]}})";
+  const Options options = ParseOptions(
+      {"--study", (folder / "wall.json").string(), "--output", (folder / "out").string()});
+  ASSERT_EQ(RunStudy(options), 0);
+  const auto summary = nlohmann::json::parse(ReadFile(folder / "out" / "summary.json"));
+  const double u = 1.0 / (0.13 + 0.2 / 0.8 + 0.04);
+  EXPECT_NEAR(summary["study"]["environments"]["inside"]["heat_flow"].get<double>(),
+              u * 0.3 * 0.2 * 25.0, 1e-6);
+  // The middle of the brick lies halfway between the two surface temperatures.
+  EXPECT_NEAR(summary["study"]["probes"]["middle"]["temperature_C"].get<double>(),
+              20.0 - u * 25.0 * (0.13 + 0.1 / 0.8), 1e-6);
+  EXPECT_TRUE(fs::exists(folder / "out" / "study.vtk"));
+
+  // A study that names a reference the mesh does not have fails with the file's references.
+  std::ofstream(folder / "bad.json") << R"({"mesh": "wall.mesh", "materials": {"7": 1},
+    "environments": {"a": {"temperature": 1, "boundaries": [10]},
+                     "b": {"temperature": 0, "boundaries": [20]}}})";
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(RunStudy(ParseOptions({"--study", (folder / "bad.json").string(), "--output",
+                                   (folder / "out").string()})),
+            1);
+  const std::string message = testing::internal::GetCapturedStderr();
+  EXPECT_NE(message.find("bad.json: materials: material \"7\" names nothing in the mesh"),
+            std::string::npos)
+      << message;
+  EXPECT_NE(message.find("1 (" + std::to_string(mesh.tetrahedra.size()) + ")"), std::string::npos)
+      << message;
   fs::remove_all(folder);
 }
 

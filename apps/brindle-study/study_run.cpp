@@ -1,0 +1,140 @@
+// Running a study end to end: mesh, solve, convergence check, report and files.
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+#include "geometry.h"
+#include "mesh_source.h"
+#include "report.h"
+#include "study_engine.h"
+#include "terminal.h"
+#include "vtk_writer.h"
+
+namespace brindle::study {
+namespace {
+
+using nlohmann::json;
+
+std::string Cell(const json& value, const char* format) {
+  if (!value.is_number()) return "-";
+  return Format(format, value.get<double>());
+}
+
+void PrintReport(const json& s) {
+  const bool threeD = s["dimension"].get<int>() == 3;
+  const std::string flowUnit = threeD ? "W" : "W/m";
+  std::printf(
+      "\n  %s study, %s elements%s\n", threeD ? "3-D" : "2-D", s["mesh"]["elements"].dump().c_str(),
+      s["symmetry_factor"].get<double>() != 1.0
+          ? Format(", results x %g for symmetry", s["symmetry_factor"].get<double>()).c_str()
+          : "");
+  std::printf("\n  %-16s %8s %8s %12s %10s %10s %8s\n", "environment", "T (C)", "R (m2K/W)",
+              ("flow (" + flowUnit + ")").c_str(), "surf. min", "surf. max", "f min");
+  for (const auto& [name, e] : s["environments"].items())
+    std::printf("  %-16s %8.2f %8.3f %12.6g %10.3f %10.3f %8s\n", name.c_str(),
+                e["temperature_C"].get<double>(), e["surface_resistance"].get<double>(),
+                e["heat_flow"].get<double>(), e["surface_temperature_min_C"].get<double>(),
+                e["surface_temperature_max_C"].get<double>(),
+                Cell(e["temperature_factor_min"], "%.4f").c_str());
+  std::printf("\n  Coupling coefficients L (%s):\n", s["coupling_unit"].get<std::string>().c_str());
+  for (const auto& [a, row] : s["coupling_coefficients"].items())
+    for (const auto& [b, l] : row.items())
+      if (a < b) std::printf("    %-16s - %-16s %.6g\n", a.c_str(), b.c_str(), l.get<double>());
+  for (const char* key : {"psi", "chi"})
+    if (s.contains(key)) {
+      const json& r = s[key];
+      std::printf("\n  %s between %s and %s: %.6g %s (L %.6g minus reference %.6g)\n", key,
+                  r["between"][0].get<std::string>().c_str(),
+                  r["between"][1].get<std::string>().c_str(), r["value"].get<double>(),
+                  r["unit"].get<std::string>().c_str(), r["coupling_coefficient"].get<double>(),
+                  r["reference_coupling"].get<double>());
+    }
+  if (!s["probes"].empty()) {
+    std::printf("\n  Probes:\n");
+    for (const auto& [label, p] : s["probes"].items())
+      std::printf("    %-12s %8.3f C\n", label.c_str(), p["temperature_C"].get<double>());
+  }
+  if (s.contains("convergence")) {
+    std::printf("\n  Convergence (mesh refined once):\n");
+    for (const auto& [what, c] : s["convergence"]["changes"].items())
+      std::printf("    %-40s %+.3f %%%s\n", what.c_str(), 100.0 * c.get<double>(),
+                  std::abs(c.get<double>()) > 0.01 ? "  above 1 %" : "");
+  }
+  std::printf("\n");
+}
+
+// Relative change of every heat flow and surface-temperature extreme between two runs
+// (temperatures relative to the largest difference between environments).
+[[maybe_unused]] json Changes(const json& coarse, const json& fine) {
+  double spread = 0.0;
+  for (const auto& [a, ea] : coarse["environments"].items())
+    for (const auto& [b, eb] : coarse["environments"].items())
+      spread =
+          std::max(spread, ea["temperature_C"].get<double>() - eb["temperature_C"].get<double>());
+  json changes = json::object();
+  for (const auto& [name, c] : coarse["environments"].items()) {
+    const json& f = fine["environments"][name];
+    const double q = c["heat_flow"].get<double>();
+    changes[name + " heat_flow"] =
+        q != 0.0 ? (f["heat_flow"].get<double>() - q) / std::abs(q) : 0.0;
+    for (const char* key : {"surface_temperature_min_C", "surface_temperature_max_C"})
+      changes[name + " " + key] =
+          spread > 0.0 ? (f[key].get<double>() - c[key].get<double>()) / spread : 0.0;
+  }
+  return changes;
+}
+
+void WriteOutcomeVtk(const std::string& path, const StudyOutcome& o) {
+  VtkFields fields;
+  fields.pointScalars.push_back({"temperature_C", o.temperature});
+  fields.cellIntegers.push_back({"material", o.material});
+  if (o.dimension == 3) {
+    TetMesh mesh;
+    mesh.points = o.points;
+    for (const auto& e : o.elements)
+      mesh.tetrahedra.push_back(e);
+    WriteVtk(path, "brindle-study", mesh, fields);
+  } else {
+    TriMesh mesh;
+    mesh.points = o.points;
+    for (const auto& e : o.elements)
+      mesh.triangles.push_back({e[0], e[1], e[2]});
+    WriteVtk(path, "brindle-study", mesh, fields);
+  }
+}
+
+}  // namespace
+
+SolvedStudy RunStudyWithOutcome(const json& study, const StudyMesh* mesh,
+                                const std::string& baseDir, const std::string& outputDir,
+                                const std::string& source) {
+  const StudySpec spec = ParseStudy(study, source);
+  StudyMesh loaded;
+  if (!mesh) {
+    loaded = LoadStudyMesh(spec, baseDir);
+    mesh = &loaded;
+  }
+  SolvedStudy solved = [&] {
+    const LibraryOutputToLog quiet(outputDir.empty() ? std::string() : outputDir + "/library.log");
+    return SolveStudy(spec, *mesh);
+  }();
+  if (spec.checkConvergence) {
+    json note = {{"refined", false}};
+    note["message"] = "uniform refinement is not available in this build";
+    solved.summary["convergence"] = note;
+  }
+  PrintReport(solved.summary);
+  if (!outputDir.empty()) {
+    std::filesystem::create_directories(outputDir);
+    WriteOutcomeVtk(outputDir + "/study.vtk", solved.outcome);
+  }
+  return solved;
+}
+
+json RunStudy(const json& study, const StudyMesh* mesh, const std::string& baseDir,
+              const std::string& outputDir, const std::string& source) {
+  return RunStudyWithOutcome(study, mesh, baseDir, outputDir, source).summary;
+}
+
+}  // namespace brindle::study
