@@ -66,7 +66,9 @@ double TickStep(double low, double high, int wanted) {
 
 std::vector<double> RoundTicks(double low, double high, int wanted) {
   std::vector<double> ticks;
-  if (!(high > low)) return {low};
+  // A span lost in rounding (a field held at one temperature) has no steps worth drawing, and
+  // steps that small could not be counted in doubles.
+  if (!(high - low > 1e-9 * std::max({1.0, std::abs(low), std::abs(high)}))) return {low};
   const double step = TickStep(low, high, wanted);
   const double tolerance = 1e-9 * step;
   for (double k = std::ceil(low / step - 1e-9); k * step <= high + tolerance; k += 1.0)

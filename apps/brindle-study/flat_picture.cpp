@@ -55,7 +55,7 @@ std::vector<double> RoundLevels(const TriMesh& mesh, const std::vector<double>& 
         hi = std::max(hi, values[v]);
       }
   std::vector<double> levels;
-  if (!(hi > lo)) return levels;
+  if (!(hi - lo > 1e-9 * std::max({1.0, std::abs(lo), std::abs(hi)}))) return levels;
   for (double level : RoundTicks(lo, hi, wanted + 2))
     if (level > lo && level < hi) levels.push_back(level);
   return levels;
@@ -104,7 +104,8 @@ void AddBands(SvgPicture& picture, const TriMesh& mesh, const std::vector<double
     const std::array<Point, 3> p{mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]]};
     const std::array<double, 3> v{temperature[t[0]], temperature[t[1]], temperature[t[2]]};
     const double lo = std::min({v[0], v[1], v[2]}), hi = std::max({v[0], v[1], v[2]});
-    for (double k = std::floor(lo / step); k * step <= hi; k += 1.0) {
+    const double first = std::floor(lo / step), last = std::floor(hi / step);
+    for (double k = first; k <= last; k += 1.0) {
       const double bandLow = k * step, bandHigh = (k + 1) * step;
       if (lo >= bandLow && hi <= bandHigh) {  // the whole triangle lies in one band
         picture.fills.push_back({scale.Colour(bandLow + step / 2), {}, int(f)});

@@ -109,9 +109,7 @@ nlohmann::json SectionPictures(const StudyOutcome& o, const StudyPictureRequest&
                  ? Format("%s: warmest %.1f °C", o.environmentNames[e].c_str(), t)
                  : Format("%s: coldest %.1f °C, f = %.3f", o.environmentNames[e].c_str(), t, f)});
   }
-  const std::vector<std::string> title = {r.caption,
-                                          "Temperature (surface-resistance layers "
-                                          "are air films and not drawn)"};
+  const std::vector<std::string> title = {r.caption, "Temperature"};
   SvgPicture temperature =
       TemperaturePicture(mesh, o.temperature, temperatureScale, r.isotherms, title);
   temperature.markers = markers;

@@ -113,7 +113,7 @@ std::string SurfaceSvgText(const SurfaceScene& scene) {
         lo = std::min(lo, scene.temperature[v]);
         hi = std::max(hi, scene.temperature[v]);
       }
-    if (hi > lo)
+    if (hi - lo > 1e-9 * std::max({1.0, std::abs(lo), std::abs(hi)}))
       for (double level : RoundTicks(lo, hi, 8))
         if (level > lo && level < hi) levels.push_back(level);
   }
@@ -148,7 +148,8 @@ std::string SurfaceSvgText(const SurfaceScene& scene) {
     const double facing = Dot(Unit(FaceNormal(scene, t)), view);
     const double shade = facing >= 0.0 ? 0.82 + 0.18 * facing : 0.55;
     const double lo = std::min({v[0], v[1], v[2]}), hi = std::max({v[0], v[1], v[2]});
-    for (double k = std::floor(lo / band); k * band <= hi; k += 1.0) {
+    const double first = std::floor(lo / band), last = std::floor(hi / band);
+    for (double k = first; k <= last; k += 1.0) {
       if (lo >= k * band && hi <= (k + 1) * band) {
         paint({p[0], p[1], p[2]}, (k + 0.5) * band, shade);
         break;

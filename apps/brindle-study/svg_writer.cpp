@@ -403,9 +403,8 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
     if (picture.isothermColour != "#1a1a1a")
       out += "<rect x=\"" + SvgNumber(lx - 2) + "\" y=\"" + SvgNumber(y - 4) +
              "\" width=\"28\" height=\"8\" fill=\"#777\"/>";
-    out += "<path stroke=\"" + picture.isothermColour +
-           "\" d=\"M" + SvgNumber(lx) + " " + SvgNumber(y) + "h24\"/><text x=\"" +
-           SvgNumber(lx + 30) + "\" y=\"" + SvgNumber(y + 4) +
+    out += "<path stroke=\"" + picture.isothermColour + "\" d=\"M" + SvgNumber(lx) + " " +
+           SvgNumber(y) + "h24\"/><text x=\"" + SvgNumber(lx + 30) + "\" y=\"" + SvgNumber(y + 4) +
            "\" font-size=\"11\">isotherm</text>\n";
     y += 18;
   }

@@ -38,6 +38,8 @@ TEST(StudyPictures, TicksAreRoundStepsInsideTheRange) {
     }
   }
   EXPECT_EQ(RoundTicks(-5, 20, 6), (std::vector<double>{-5, 0, 5, 10, 15, 20}));
+  // A field held at one temperature, up to rounding, has no steps (and must not loop on them).
+  EXPECT_EQ(RoundTicks(19.0, 19.0 + 1e-13, 8), (std::vector<double>{19.0}));
   EXPECT_EQ(TickText(15, 5), "15");
   EXPECT_EQ(TickText(19.2, 0.1), "19.2");
   EXPECT_EQ(RoundUp(151), 200);

@@ -129,6 +129,13 @@ TEST(StudyVolumePictures, EnvironmentFacesPointOutOfTheSolidAndFaceTheViewer) {
     };
     for (std::size_t i = 1; i < order.size(); ++i)
       EXPECT_LE(depth(order[i - 1]), depth(order[i]) + 1e-12);
+
+    // A surface at one temperature (up to rounding) is drawn plain, without contours.
+    for (const Point& p : mesh.points)
+      scene.temperature.push_back(19.0 + 1e-14 * p[1]);
+    scene.scale = TemperatureScale({-5.0, 20.0});
+    const std::string svg = SurfaceSvgText(scene);
+    EXPECT_EQ(svg.find(" °C</text>"), std::string::npos);
   }
   EXPECT_EQ(FileStem("Room 1 (heated)"), "room-1-heated");
   EXPECT_EQ(FileStem("§"), "environment");
