@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, only those that are missing.
 set -euo pipefail
-packages=(cmake g++ make libeigen3-dev libgtest-dev libbenchmark-dev binutils nlohmann-json3-dev "$@")
+packages=(cmake g++ make libeigen3-dev libgtest-dev libbenchmark-dev binutils nlohmann-json3-dev libgmsh-dev gmsh
+          "$@")
 missing=()
 # The study tool's report reads its summary with nlohmann-json3-dev; a test renders it in chromium.
 packages+=(nlohmann-json3-dev chromium)

@@ -5,8 +5,10 @@
 #include <limits>
 
 #include "block_mesher.h"
+#include "example_study.h"
 #include "geometry.h"
 #include "medit.h"
+#include "report_page.h"
 #include "terminal.h"
 #include "volume_pictures.h"
 #include "vtk_writer.h"
@@ -18,16 +20,20 @@ MeshSizes DetailSizes() {
 }
 
 DetailRun SolveDetail(const Detail& detail, const MeshSizes& sizes) {
+  const SolvedStudy solved = SolveDetailStudy(detail, sizes, 3, {1.0, 0.0});
+  const nlohmann::json& s = solved.summary;
+  const double copies = detail.symmetryCopies;
   DetailRun run;
-  run.mesh = MeshBlocks(detail.blocks, detail.materials, sizes);
-  run.solution = SolveVolume(run.mesh);
-  run.flow = 0.5 * (run.solution.warmFlow + run.solution.coldFlow);
-  run.minFactor = std::numeric_limits<double>::quiet_NaN();
-  for (std::size_t v = 0; v < run.mesh.points.size(); ++v)
-    if (run.mesh.onSurface[v] && !(run.solution.temperature[v] >= run.minFactor)) {
-      run.minFactor = run.solution.temperature[v];
-      run.coldest = run.mesh.points[v];
-    }
+  run.mesh = OutcomeTetMesh(solved.outcome);
+  run.solution.temperature = OutcomeFactor(solved.outcome, {1.0, 0.0});
+  run.solution.flux = FactorFlux(solved.outcome, run.solution.temperature);
+  run.solution.warmFlow = s["environments"]["inside"]["heat_flow"].get<double>() / copies;
+  run.solution.coldFlow = -s["environments"]["outside"]["heat_flow"].get<double>() / copies;
+  run.solution.residual = s["solver"]["worst_squared_residual"].get<double>();
+  run.solution.converged = s["solver"]["converged"].get<bool>();
+  run.flow = s["coupling_coefficients"]["inside"]["outside"].get<double>() / copies;
+  run.minFactor = s["environments"]["inside"]["temperature_factor_min"].get<double>();
+  run.coldest = solved.outcome.coldest[0];
   return run;
 }
 
@@ -40,7 +46,7 @@ void WriteDetailVtk(const std::string& path, const DetailRun& run, const Tempera
                         MaterialNames(run.mesh.materials)));
 }
 
-JsonObject RunSteelExample(const Options& options, const Progress& progress) {
+nlohmann::json RunSteelExample(const Options& options, const Progress& progress) {
   const TemperaturePair pair{options.inside, options.outside};
   const Detail detail = SteelBarDetail();
   progress.Line("3-D example: 40 mm square steel bar through an insulated concrete wall");
@@ -77,7 +83,7 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
       pair.inside, pair.outside, pair.Celsius(run.minFactor), flow * pair.Difference());
   std::fflush(stdout);
 
-  JsonObject check;  // filled by the mesh check
+  nlohmann::json check;  // filled by the mesh check
   if (options.convergence && options.refine3d > 0) {
     const DetailRun coarse = [&] {
       const LibraryOutputToLog quiet(log);
@@ -89,9 +95,9 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
         Format("  mesh check: level %d gives chi = %.4f W/K, level %d %.4f W/K "
                "(change %.1f %%)",
                options.refine3d - 1, coarseChi, options.refine3d, chi, 100 * change));
-    check.Add("levels", std::vector<double>{options.refine3d - 1.0, double(options.refine3d)})
-        .Add("chi_W_per_K", std::vector<double>{coarseChi, chi})
-        .Add("finest_change", change);
+    check = {{"levels", {options.refine3d - 1, options.refine3d}},
+             {"chi_W_per_K", {coarseChi, chi}},
+             {"finest_change", change}};
   }
 
   const std::string vtk = options.output + "/steel-3d.vtk";
@@ -110,29 +116,27 @@ JsonObject RunSteelExample(const Options& options, const Progress& progress) {
   const VolumePictureFiles pictures = WriteVolumePictures(options.output, "steel-3d", outcome);
   for (const std::string& file : pictures.files)
     progress.Line("  wrote " + file);
-  const std::string mesh = options.output + "/steel-3d.mesh";
-  WriteMedit(mesh, MeditText(run.mesh));
-  progress.Line("  wrote " + vtk + " and " + mesh + "; to study that mesh as your own:");
-  std::printf("    %s %s\n", ShellCommand({options.program, "--mesh", AbsolutePath(mesh)}).c_str(),
-              MeditStudyArguments(run.mesh.materials).c_str());
+  const std::string study = WriteExampleStudy(options.output, "steel-3d", detail,
+                                              DetailSizes().Refined(options.refine3d), 3, pair);
+  progress.Line("  wrote " + vtk + " and " + study + " with its mesh; to study it as your own:");
+  std::printf("    %s\n", ShellCommand({options.program, "--study", AbsolutePath(study)}).c_str());
   std::fflush(stdout);
-  JsonObject json;
-  json.Add("materials", MaterialsJson(detail.materials))
-      .Add("heat_flow_W_per_K", flow)
-      .Add("wall_area_m2", area)
-      .Add("U_by_hand_W_per_m2K", u)
-      .Add("chi_W_per_K", chi)
-      .Add("fRsi", run.minFactor)
-      .Add("coldest_surface_point_m",
-           std::vector<double>{run.coldest[0], run.coldest[1], run.coldest[2]})
-      .Add("min_interior_surface_temperature_C", pair.Celsius(run.minFactor))
-      .Add("heat_loss_W", flow * pair.Difference())
-      .Add("solver_converged", run.solution.converged)
-      .Add("tetrahedra", static_cast<int>(run.mesh.tetrahedra.size()))
-      .Add("vertices", static_cast<int>(run.mesh.points.size()));
-  if (options.convergence && options.refine3d > 0) json.Add("mesh_check", check);
-  json.Add("surface_extremes", ExtremesJson(pictures.extremes))
-      .Add("section_plane", PlaneName(pictures.section));
+  nlohmann::json json = {
+      {"materials", MaterialsJson(detail.materials)},
+      {"heat_flow_W_per_K", flow},
+      {"wall_area_m2", area},
+      {"U_by_hand_W_per_m2K", u},
+      {"chi_W_per_K", chi},
+      {"fRsi", run.minFactor},
+      {"coldest_surface_point_m", {run.coldest[0], run.coldest[1], run.coldest[2]}},
+      {"min_interior_surface_temperature_C", pair.Celsius(run.minFactor)},
+      {"heat_loss_W", flow * pair.Difference()},
+      {"solver_converged", run.solution.converged},
+      {"tetrahedra", run.mesh.tetrahedra.size()},
+      {"vertices", run.mesh.points.size()},
+      {"surface_extremes", ExtremesJson(pictures.extremes)},
+      {"section_plane", PlaneName(pictures.section)}};
+  if (options.convergence && options.refine3d > 0) json["mesh_check"] = check;
   return json;
 }
 

@@ -2,9 +2,9 @@
 #ifndef BRINDLE_STUDY_DETAIL_STUDY_H
 #define BRINDLE_STUDY_DETAIL_STUDY_H
 
+#include <nlohmann/json.hpp>
 #include "examples.h"
 #include "grading.h"
-#include "json_writer.h"
 #include "model.h"
 #include "options.h"
 #include "report.h"
@@ -31,7 +31,7 @@ void WriteDetailVtk(const std::string& path, const DetailRun& run, const Tempera
                     const std::vector<int>& references = {});
 
 // Runs the built-in 3-D example with its report, VTK file and summary entry.
-JsonObject RunSteelExample(const Options& options, const Progress& progress);
+nlohmann::json RunSteelExample(const Options& options, const Progress& progress);
 
 }  // namespace brindle::study
 

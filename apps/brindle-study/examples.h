@@ -11,8 +11,6 @@ namespace brindle::study {
 
 constexpr double kInteriorSurfaceResistance = 0.13;  // m2K/W, heat flow horizontal
 constexpr double kExteriorSurfaceResistance = 0.04;  // m2K/W
-// Thickness of the thin layers that stand for the surface resistances.
-constexpr double kSurfaceLayerThickness = 0.01;  // m
 
 // One homogeneous layer of a plane wall.
 struct Layer {
@@ -21,14 +19,17 @@ struct Layer {
   double conductivity;  // W/(m K)
 };
 
-// A detail as blocks and materials, with the plane wall it is compared against.
+// A detail as blocks and materials, with the plane wall it is compared against. x runs from the
+// room to the outside: the room's surfaces are the face x = 0 and the faces inside the room
+// (x < 0), the outside is the face x = outsideFace; every other face is a cut (adiabatic).
 struct Detail {
   std::vector<Material> materials;
   std::vector<Block> blocks;
-  std::vector<Layer> wall;  // layers of the undisturbed wall, inside to outside
-  double wallLength = 0.0;  // 2-D: height of the section on its exterior face, m
-  double wallArea = 0.0;    // 3-D: area of the modelled wall on its exterior face, m2
-  int symmetryCopies = 1;   // the model is this fraction of the whole detail
+  std::vector<Layer> wall;   // layers of the undisturbed wall, inside to outside
+  double wallLength = 0.0;   // 2-D: height of the section on its exterior face, m
+  double wallArea = 0.0;     // 3-D: area of the modelled wall on its exterior face, m2
+  int symmetryCopies = 1;    // the model is this fraction of the whole detail
+  double outsideFace = 0.0;  // m
 };
 
 // Thermal transmittance of a plane wall with both surface resistances, W/(m2 K).

@@ -149,6 +149,13 @@ std::vector<std::vector<MatchedFace>> MatchFaces(
       matched[e].push_back({KeyOf(face), face, -1, 0});
       wanted[matched[e].back().key].push_back({static_cast<int>(e), static_cast<int>(f)});
     }
+  for (const auto& [key, users] : wanted)
+    for (const auto& [e, f] : users)
+      if (e != users.front().first)
+        throw LayerError("environments " + environments[users.front().first].name + " and " +
+                         environments[e].name +
+                         " share boundary faces; a face belongs to one "
+                         "environment");
   std::array<FaceKey, 4> faces;
   std::array<int, 4> opposite;
   for (const auto& element : solid.elements) {
@@ -314,8 +321,16 @@ LayeredModel BuildLayeredModel(SolidModel solid, const std::vector<EnvironmentFa
         }
     }
     if (faces[e].surfaceResistance > 0.0) continue;
+    bool holds = false;
     for (int v : m.surfaceVertices[e])
-      if (m.fixedBy[v] < 0) m.fixedBy[v] = static_cast<int>(e);
+      if (m.fixedBy[v] < 0) {
+        m.fixedBy[v] = static_cast<int>(e);
+        holds = true;
+      }
+    if (!holds)
+      throw LayerError("environment " + faces[e].name +
+                       " holds no vertex: every vertex of its faces belongs to an earlier "
+                       "environment without surface resistance");
   }
   for (std::size_t e = 0; e < faces.size(); ++e) {
     if (!(faces[e].surfaceResistance > 0.0)) continue;

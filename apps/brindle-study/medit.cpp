@@ -119,8 +119,8 @@ void ReadElements(Tokens& tokens, const std::string& keyword, const MeditMesh& m
   }
 }
 
-// Reads and drops `count` records of `integers` integers and `reals` reals each.
-void SkipRecords(Tokens& tokens, const std::string& keyword, int integers, int reals) {
+// Reads and drops `count` records of `integers` integers and `reals` reals each; returns count.
+long SkipRecords(Tokens& tokens, const std::string& keyword, int integers, int reals) {
   const long count = Count(tokens, keyword);
   for (long e = 0; e < count; ++e) {
     for (int i = 0; i < integers; ++i)
@@ -128,6 +128,7 @@ void SkipRecords(Tokens& tokens, const std::string& keyword, int integers, int r
     for (int i = 0; i < reals; ++i)
       tokens.Real("a real number");
   }
+  return count;
 }
 
 }  // namespace
@@ -165,9 +166,11 @@ MeditMesh ParseMedit(const std::string& text, const std::string& source) {
     } else if (keyword == "tetrahedra") {
       ReadElements(tokens, token, mesh, mesh.tetrahedra, mesh.tetrahedronRef);
     } else if (keyword == "quadrilaterals") {
-      SkipRecords(tokens, token, 5, 0);
+      mesh.quadrilateralCount += SkipRecords(tokens, token, 5, 0);
     } else if (keyword == "hexahedra") {
-      SkipRecords(tokens, token, 9, 0);
+      mesh.hexahedronCount += SkipRecords(tokens, token, 9, 0);
+    } else if (keyword == "prisms") {
+      mesh.prismCount += SkipRecords(tokens, token, 7, 0);
     } else if (keyword == "corners" || keyword == "ridges" || keyword == "requiredvertices" ||
                keyword == "requirededges" || keyword == "requiredtriangles") {
       SkipRecords(tokens, token, 1, 0);

@@ -32,12 +32,16 @@ struct MeditMesh {
   std::vector<int> triangleRef;
   std::vector<std::array<int, 4>> tetrahedra;
   std::vector<int> tetrahedronRef;
+  // Elements the solvers cannot take, counted so that a study can refuse them by name.
+  long quadrilateralCount = 0;
+  long hexahedronCount = 0;
+  long prismCount = 0;
 };
 
 // Parses the text of a .mesh file. Keywords are case-insensitive, '#' starts a comment that
 // runs to the end of the line, "End" stops reading. Sections the tool has no use for
-// (quadrilaterals, hexahedra, corners, ridges, required entities, normals, tangents) are read
-// and dropped. `source` names the text in messages.
+// (corners, ridges, required entities, normals, tangents) are read and dropped; quadrilaterals,
+// hexahedra and prisms are read and counted. `source` names the text in messages.
 MeditMesh ParseMedit(const std::string& text, const std::string& source = "mesh");
 
 // Reads and parses a file; an unreadable file is reported as a MeditError at line 0.

@@ -54,13 +54,14 @@ const char* UsageText() {
          "  --check-convergence  also solve once more on the mesh refined uniformly and report\n"
          "                       the changes (a warning above 1 %)\n"
          "\n"
-         "A quick study of a MEDIT .mesh file (lengths in metres), without surface resistances:\n"
-         "  --mesh FILE          tetrahedra: volume study; triangles only: surface study\n"
+         "A quick study of a mesh (.msh or .mesh, lengths in metres) without surface\n"
+         "resistances: the same as a study file with the environments \"inside\" (--high, at\n"
+         "--inside) and \"outside\" (--low, at --outside):\n"
+         "  --mesh FILE          tetrahedra: 3-D study; triangles only: 2-D section\n"
          "  --conductivity R=K   conductivity K in W/(m K) of the elements with reference R\n"
-         "  --low R              cold side: boundary triangles (edges in a surface mesh) with\n"
-         "                       reference R; vertex references if the file has none\n"
+         "  --low R              cold side: boundary triangles (edges in a section) with\n"
+         "                       reference R\n"
          "  --high R             warm side, likewise\n"
-         "  --surface R          interior surface, likewise, for the lowest surface temperature\n"
          "  --help               this text\n"
          "  --version            the tool's version\n";
 }
@@ -129,17 +130,18 @@ Options ParseOptions(const std::vector<std::string>& args) {
     } else if (arg == "--high") {
       options.assignment.high.push_back(reference());
     } else if (arg == "--surface") {
-      options.assignment.surface.push_back(reference());
+      throw UsageError(
+          "--surface is no longer needed: every environment reports its surface "
+          "temperatures");
     } else {
       throw UsageError("unknown option '" + arg + "' (see --help)");
     }
   }
   if (options.inside == options.outside) throw UsageError("--inside and --outside must differ");
   const Assignment& a = options.assignment;
-  const bool assigns =
-      !a.conductivity.empty() || !a.low.empty() || !a.high.empty() || !a.surface.empty();
+  const bool assigns = !a.conductivity.empty() || !a.low.empty() || !a.high.empty();
   if (options.mesh.empty() && assigns)
-    throw UsageError("--conductivity, --low, --high and --surface need --mesh");
+    throw UsageError("--conductivity, --low and --high need --mesh");
   if (!options.study.empty() && (assigns || !options.mesh.empty()))
     throw UsageError("--study takes its mesh and references from the study file");
   if (!options.mesh.empty() && (a.low.empty() || a.high.empty()))

@@ -6,13 +6,21 @@
 #include <string>
 #include <vector>
 
-#include "user_model.h"
+#include <map>
 
 namespace brindle::study {
 
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+};
+
+// The --mesh options: conductivity per element reference, and the boundary references of the
+// cold (--low) and warm (--high) sides.
+struct Assignment {
+  std::map<int, double> conductivity;
+  std::vector<int> low;
+  std::vector<int> high;
 };
 
 struct Options {

@@ -91,6 +91,16 @@ constexpr const char* kStyle =
 
 }  // namespace
 
+nlohmann::json MaterialsJson(const std::vector<Material>& materials) {
+  nlohmann::json json = nlohmann::json::object();
+  for (const Material& m : materials)
+    json[m.name] = {{"conductivity_W_per_mK", m.conductivity},
+                    {"role", m.role == Role::Solid       ? "solid"
+                             : m.role == Role::WarmLayer ? "interior surface resistance"
+                                                         : "exterior surface resistance"}};
+  return json;
+}
+
 std::vector<ReportFigure> FiguresIn(const std::string& folder, const std::string& prefix) {
   std::vector<std::string> names;
   std::error_code error;

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "model.h"
+
 namespace brindle::study {
 
 struct ReportFigure {
@@ -20,6 +22,10 @@ struct ReportStudy {
   std::string heading;  // e.g. "2-D example: floor slab"
   std::vector<ReportFigure> figures;
 };
+
+// The materials of a built-in model for the records: {"name": {"conductivity_W_per_mK": k,
+// "role": "solid" | "interior surface resistance" | "exterior surface resistance"}, ...}.
+nlohmann::json MaterialsJson(const std::vector<Material>& materials);
 
 // The SVG files in `folder` whose names start with `prefix`, temperature pictures before flux
 // pictures, each captioned with its file name.

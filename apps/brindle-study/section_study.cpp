@@ -6,9 +6,11 @@
 
 #include "block_mesher.h"
 #include "brindle.h"
+#include "example_study.h"
 #include "flat_picture.h"
 #include "geometry.h"
 #include "medit.h"
+#include "report_page.h"
 #include "terminal.h"
 #include "vtk_writer.h"
 
@@ -25,25 +27,19 @@ std::vector<double> EvenLevels(int count) {
   return levels;
 }
 
-SectionRun SolveSection(const std::vector<Block>& blocks, const std::vector<Material>& materials,
-                        const MeshSizes& sizes, int levels) {
+SectionRun SolveSection(const Detail& detail, const MeshSizes& sizes, int levels) {
+  const SolvedStudy solved = SolveDetailStudy(detail, sizes, 2, {1.0, 0.0});
+  const nlohmann::json& inside = solved.summary["environments"]["inside"];
   SectionRun run;
-  run.mesh = MeshSection(blocks, materials, sizes);
+  run.mesh = OutcomeTriMesh(solved.outcome);
+  // The same field again from the surface solver, which also traces the isotherms.
   run.solution = SolveSurface(run.mesh, EvenLevels(levels));
+  run.flow = solved.summary["coupling_coefficients"]["inside"]["outside"].get<double>();
   const auto& flows = run.solution.levelFlow;
-  double sum = 0.0;
-  for (double f : flows)
-    sum += f;
-  run.flow = sum / flows.size();
   const auto [low, high] = std::minmax_element(flows.begin(), flows.end());
   run.flowSpread = (*high - *low) / run.flow;
-  run.minFactor = std::numeric_limits<double>::quiet_NaN();
-  for (std::size_t v = 0; v < run.mesh.points.size(); ++v)
-    if (run.mesh.onSurface[v] &&
-        !(run.solution.temperature[v] >= run.minFactor)) {  // also replaces the initial NaN
-      run.minFactor = run.solution.temperature[v];
-      run.coldest = run.mesh.points[v];
-    }
+  run.minFactor = inside["temperature_factor_min"].get<double>();
+  run.coldest = solved.outcome.coldest[0];
   return run;
 }
 
@@ -61,8 +57,8 @@ SlabFigures SolveSlabExample(int refine, int levels, SectionRun* slabOut, Sectio
   const MeshSizes sizes = SectionSizes().Refined(refine);
   const Detail slabDetail = SlabSection(true);
   const Detail wallDetail = SlabSection(false);
-  SectionRun slab = SolveSection(slabDetail.blocks, slabDetail.materials, sizes, levels);
-  SectionRun wall = SolveSection(wallDetail.blocks, wallDetail.materials, sizes, levels);
+  SectionRun slab = SolveSection(slabDetail, sizes, levels);
+  SectionRun wall = SolveSection(wallDetail, sizes, levels);
   const SlabFigures figures = CompareWithWall(slab, wall, slabDetail);
   if (slabOut) *slabOut = std::move(slab);
   if (wallOut) *wallOut = std::move(wall);
@@ -122,32 +118,30 @@ void WriteSectionVtk(const std::string& path, const SectionRun& run, const Tempe
 
 namespace {
 
-JsonObject FiguresJson(const SlabFigures& f, const SectionRun& slab, const SectionRun& wall,
-                       const Detail& detail, const TemperaturePair& pair) {
-  JsonObject json;
-  json.Add("materials", MaterialsJson(detail.materials))
-      .Add("L2D_W_per_mK", f.l2d)
-      .Add("isotherm_flows_W_per_mK", slab.solution.levelFlow)
-      .Add("isotherm_levels", slab.solution.levels)
-      .Add("isotherm_flow_spread", slab.flowSpread)
-      .Add("reaction_flow_W_per_mK", slab.solution.warmFlow)
-      .Add("wall_length_m", detail.wallLength)
-      .Add("U_by_hand_W_per_m2K", f.uHand)
-      .Add("U_from_model_W_per_m2K", wall.flow / detail.wallLength)
-      .Add("undisturbed_wall_flow_W_per_mK", f.wallFlow)
-      .Add("psi_W_per_mK", f.psi)
-      .Add("fRsi", f.fRsi)
-      .Add("coldest_surface_point_m", std::vector<double>{slab.coldest[0], slab.coldest[1]})
-      .Add("min_interior_surface_temperature_C", pair.Celsius(f.fRsi))
-      .Add("heat_loss_W_per_m", f.l2d * pair.Difference())
-      .Add("triangles", static_cast<int>(slab.mesh.triangles.size()))
-      .Add("vertices", static_cast<int>(slab.mesh.points.size()));
-  return json;
+nlohmann::json FiguresJson(const SlabFigures& f, const SectionRun& slab, const SectionRun& wall,
+                           const Detail& detail, const TemperaturePair& pair) {
+  return {{"materials", MaterialsJson(detail.materials)},
+          {"L2D_W_per_mK", f.l2d},
+          {"isotherm_flows_W_per_mK", slab.solution.levelFlow},
+          {"isotherm_levels", slab.solution.levels},
+          {"isotherm_flow_spread", slab.flowSpread},
+          {"reaction_flow_W_per_mK", slab.solution.warmFlow},
+          {"wall_length_m", detail.wallLength},
+          {"U_by_hand_W_per_m2K", f.uHand},
+          {"U_from_model_W_per_m2K", wall.flow / detail.wallLength},
+          {"undisturbed_wall_flow_W_per_mK", f.wallFlow},
+          {"psi_W_per_mK", f.psi},
+          {"fRsi", f.fRsi},
+          {"coldest_surface_point_m", {slab.coldest[0], slab.coldest[1]}},
+          {"min_interior_surface_temperature_C", pair.Celsius(f.fRsi)},
+          {"heat_loss_W_per_m", f.l2d * pair.Difference()},
+          {"triangles", slab.mesh.triangles.size()},
+          {"vertices", slab.mesh.points.size()}};
 }
 
 }  // namespace
 
-JsonObject RunSlabExample(const Options& options, const Progress& progress) {
+nlohmann::json RunSlabExample(const Options& options, const Progress& progress) {
   const TemperaturePair pair{options.inside, options.outside};
   const Detail detail = SlabSection(true);
   progress.Line(
@@ -194,7 +188,7 @@ JsonObject RunSlabExample(const Options& options, const Progress& progress) {
       f.psi * pair.Difference());
   std::fflush(stdout);
 
-  JsonObject json = FiguresJson(f, slab, wall, detail, pair);
+  nlohmann::json json = FiguresJson(f, slab, wall, detail, pair);
   if (options.convergence) {
     std::vector<double> refineLevels, psis;
     for (int level = std::max(0, options.refine - 2); level <= options.refine; ++level) {
@@ -208,9 +202,8 @@ JsonObject RunSlabExample(const Options& options, const Progress& progress) {
     }
     const double change = std::abs(psis.back() / psis[psis.size() - 2] - 1.0);
     progress.Line(Format("  psi changes by %.3f %% between the two finest levels", 100 * change));
-    JsonObject check;
-    check.Add("levels", refineLevels).Add("psi_W_per_mK", psis).Add("finest_change", change);
-    json.Add("mesh_check", check);
+    json["mesh_check"] = {
+        {"levels", refineLevels}, {"psi_W_per_mK", psis}, {"finest_change", change}};
   }
 
   // One flux scale for both pictures, so that the undisturbed wall compares with the slab.
@@ -237,14 +230,12 @@ JsonObject RunSlabExample(const Options& options, const Progress& progress) {
            SectionFluxPicture(wall, pair, fluxScale, wallTitle, options.levels));
   WriteSectionVtk(options.output + "/slab-2d.vtk", slab, pair);
   WriteSectionVtk(options.output + "/wall-2d.vtk", wall, pair);
-  const std::string mesh = options.output + "/slab-2d.mesh";
-  WriteMedit(mesh, MeditText(slab.mesh));
+  const std::string study = WriteExampleStudy(options.output, "slab-2d", detail,
+                                              SectionSizes().Refined(options.refine), 2, pair);
   progress.Line("  wrote " + svg +
-                ", slab-2d-flux.svg, wall-2d.svg, wall-2d-flux.svg, "
-                "slab-2d.vtk, wall-2d.vtk and " +
-                mesh + "; to study that mesh as your own:");
-  std::printf("    %s %s\n", ShellCommand({options.program, "--mesh", AbsolutePath(mesh)}).c_str(),
-              MeditStudyArguments(slab.mesh.materials).c_str());
+                ", slab-2d-flux.svg, wall-2d.svg, wall-2d-flux.svg, slab-2d.vtk, wall-2d.vtk and " +
+                study + " with its mesh; to study it as your own:");
+  std::printf("    %s\n", ShellCommand({options.program, "--study", AbsolutePath(study)}).c_str());
   std::fflush(stdout);
   return json;
 }

@@ -5,10 +5,10 @@
 
 #include <vector>
 
+#include <nlohmann/json.hpp>
 #include "colour_scale.h"
 #include "examples.h"
 #include "grading.h"
-#include "json_writer.h"
 #include "model.h"
 #include "options.h"
 #include "report.h"
@@ -32,8 +32,8 @@ struct SectionRun {
   Point coldest{0, 0, 0};   // where it occurs
 };
 
-SectionRun SolveSection(const std::vector<Block>& blocks, const std::vector<Material>& materials,
-                        const MeshSizes& sizes, int levels);
+// Solves a section through the study engine and traces the isotherms of its field.
+SectionRun SolveSection(const Detail& detail, const MeshSizes& sizes, int levels);
 
 // psi against the undisturbed wall from the same model, with the wall length of the detail.
 struct SlabFigures {
@@ -70,7 +70,7 @@ void WriteSectionVtk(const std::string& path, const SectionRun& run, const Tempe
                      const std::vector<int>& references = {});
 
 // Runs the built-in 2-D example with its report, pictures and summary entry.
-JsonObject RunSlabExample(const Options& options, const Progress& progress);
+nlohmann::json RunSlabExample(const Options& options, const Progress& progress);
 
 }  // namespace brindle::study
 

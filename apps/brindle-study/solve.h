@@ -44,9 +44,6 @@ struct VolumeSolution {
 // (a level that passes exactly through a vertex is moved by 1e-9 so that no face is skipped).
 SurfaceSolution SolveSurface(const TriMesh& mesh, const std::vector<double>& levels);
 
-// Solves a tetrahedral mesh with the volume solver.
-VolumeSolution SolveVolume(const TetMesh& mesh);
-
 // Heat entering the mesh through the vertices of one kind: the consistent boundary reaction
 // sum over elements of volume * flux . grad(sum of the kind's shape functions).
 double BoundaryFlow(const TriMesh& mesh, const std::vector<Point>& flux, VertexKind kind);

@@ -7,7 +7,6 @@
 #include <nlohmann/json.hpp>
 
 #include "detail_study.h"
-#include "json_writer.h"
 #include "mesh_source.h"
 #include "mesh_study.h"
 #include "report.h"
@@ -21,39 +20,27 @@
 namespace brindle::study {
 namespace {
 
-// What the study was asked: the options as given, and the materials and boundaries of a mesh.
-JsonObject InputsJson(const Options& options) {
-  JsonObject inputs;
-  inputs.Add("inside_C", options.inside)
-      .Add("outside_C", options.outside)
-      .Add("output", AbsolutePath(options.output))
-      .Add("isotherm_levels", options.levels);
+// What the study was asked: the options as given (a study file's own content is added by the
+// caller).
+nlohmann::json InputsJson(const Options& options) {
+  nlohmann::json inputs = {{"inside_C", options.inside},
+                           {"outside_C", options.outside},
+                           {"output", AbsolutePath(options.output)},
+                           {"isotherm_levels", options.levels}};
   if (!options.study.empty()) {
-    inputs.Add("study_file", AbsolutePath(options.study))
-        .Add("check_convergence", options.checkConvergence);
+    inputs["study_file"] = AbsolutePath(options.study);
+    inputs["check_convergence"] = options.checkConvergence;
   } else if (options.mesh.empty()) {
-    inputs
-        .Add("examples", std::string(options.run2d ? "2d" : "") +
-                             (options.run2d && options.run3d ? " " : "") +
-                             (options.run3d ? "3d" : ""))
-        .Add("refine", options.refine)
-        .Add("refine3d", options.refine3d)
-        .Add("mesh_check", options.convergence);
+    inputs["examples"] = std::string(options.run2d ? "2d" : "") +
+                         (options.run2d && options.run3d ? " " : "") + (options.run3d ? "3d" : "");
+    inputs["refine"] = options.refine;
+    inputs["refine3d"] = options.refine3d;
+    inputs["mesh_check"] = options.convergence;
   } else {
-    JsonObject conductivities;
-    for (const auto& [ref, k] : options.assignment.conductivity)
-      conductivities.Add(std::to_string(ref), k);
-    auto refs = [](const std::vector<int>& values) {
-      return std::vector<double>(values.begin(), values.end());
-    };
-    inputs.Add("mesh", AbsolutePath(options.mesh))
-        .Add("conductivity_W_per_mK", conductivities)
-        .Add("low_references", refs(options.assignment.low))
-        .Add("high_references", refs(options.assignment.high))
-        .Add("surface_references", refs(options.assignment.surface));
+    inputs["mesh"] = AbsolutePath(options.mesh);
   }
   if (options.sectionGiven)
-    inputs.Add("section", PlaneName({options.sectionAxis, options.sectionOffset}));
+    inputs["section"] = PlaneName({options.sectionAxis, options.sectionOffset});
   return inputs;
 }
 
@@ -93,7 +80,7 @@ int RunStudy(const Options& options) {
     std::filesystem::create_directories(options.output);
     nlohmann::json summary;
     summary["version"] = StudyVersion();
-    summary["inputs"] = nlohmann::json::parse(InputsJson(options).Render());
+    summary["inputs"] = InputsJson(options);
     std::vector<ReportStudy> studies;
     if (!options.study.empty()) {
       nlohmann::json study = ReadStudyFile(options.study);
@@ -113,7 +100,7 @@ int RunStudy(const Options& options) {
       summary["inside_C"] = options.inside;
       summary["outside_C"] = options.outside;
       if (options.run2d) {
-        summary["slab_2d"] = nlohmann::json::parse(RunSlabExample(options, progress).Render());
+        summary["slab_2d"] = RunSlabExample(options, progress);
         std::vector<ReportFigure> figures = FiguresIn(options.output, "slab-2d");
         for (const ReportFigure& wall : FiguresIn(options.output, "wall-2d"))
           figures.push_back(wall);
@@ -121,7 +108,7 @@ int RunStudy(const Options& options) {
             {"slab_2d", "2-D example: concrete floor slab through the insulation", figures});
       }
       if (options.run3d) {
-        summary["steel_3d"] = nlohmann::json::parse(RunSteelExample(options, progress).Render());
+        summary["steel_3d"] = RunSteelExample(options, progress);
         studies.push_back({"steel_3d", "3-D example: steel bar through an insulated wall",
                            FiguresIn(options.output, "steel-3d")});
       }

@@ -1,6 +1,7 @@
 #include "study_engine.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -10,7 +11,7 @@
 
 #include "geometry.h"
 #include "layered_model.h"
-#include "mesh_source.h"
+#include "mesh_intake.h"
 #include "report.h"
 #include "solve.h"
 #include "unit_fields.h"
@@ -33,6 +34,16 @@ struct Assembled {
   std::vector<EnvironmentFaces> faces;
 };
 
+// References named by study keys; a name the mesh lacks is reported against the study's key.
+std::vector<int> Resolve(const StudyMesh& mesh, int dimension, const std::vector<std::string>& keys,
+                         const std::string& what, const std::string& where) {
+  try {
+    return ResolveReferences(mesh, dimension, keys, what);
+  } catch (const MeshInputError& e) {
+    throw StudyFileError(where + ": " + e.what());
+  }
+}
+
 Assembled Assemble(const StudySpec& spec, const StudyMesh& mesh) {
   const int dimension = mesh.dimension;
   const std::string& source = spec.source;
@@ -48,7 +59,7 @@ Assembled Assemble(const StudySpec& spec, const StudyMesh& mesh) {
   std::map<int, int> materialOfRef;
   for (const auto& [key, conductivity] : spec.materials) {
     const int index = static_cast<int>(a.solid.conductivity.size());
-    for (int ref : ReferencesOf(mesh, dimension, {key}, source + ": materials: material")) {
+    for (int ref : Resolve(mesh, dimension, {key}, "material", source + ": materials: " + key)) {
       if (materialOfRef.count(ref))
         throw StudyFileError(source + ": materials: " + key + ": reference " + std::to_string(ref) +
                              " already has a material");
@@ -83,8 +94,9 @@ Assembled Assemble(const StudySpec& spec, const StudyMesh& mesh) {
   }
   for (const EnvironmentSpec& e : spec.environments) {
     EnvironmentFaces faces{e.name, e.surfaceResistance, {}};
-    const auto refs = ReferencesOf(mesh, dimension - 1, e.boundaries,
-                                   source + ": environments: " + e.name + ": boundary");
+    const auto refs =
+        Resolve(mesh, dimension - 1, e.boundaries, "boundary of environment " + e.name,
+                source + ": environments: " + e.name + ": boundaries");
     const std::set<int> wanted(refs.begin(), refs.end());
     if (dimension == 3) {
       for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
@@ -194,6 +206,8 @@ StudyOutcome Outcome(const StudySpec& spec, LayeredModel&& model,
   o.layerThickness = model.layerThickness;
   o.materialNames = solidMaterialNames;
   o.materialIsLayer.assign(solidMaterialNames.size(), 0);
+  o.materialConductivity = model.conductivity;
+  o.fixedBy = std::move(model.fixedBy);
   for (std::size_t e = 0; e < spec.environments.size(); ++e)
     if (model.layerMaterialOf[e] >= 0) {
       o.materialNames.push_back("surface layer " + spec.environments[e].name);
@@ -215,9 +229,14 @@ StudyOutcome Outcome(const StudySpec& spec, LayeredModel&& model,
 
 SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh) {
   const bool threeD = mesh.dimension == 3;
+  const auto start = std::chrono::steady_clock::now();
+  auto seconds = [&start] {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  };
   Assembled assembled = Assemble(spec, mesh);
   const std::size_t meshVertices = assembled.solid.points.size();
   LayeredModel model = BuildLayeredModel(std::move(assembled.solid), assembled.faces);
+  const double layersReady = seconds();
   const UnitFields fields = SolveUnitFields(model);
   const auto reaction = Reactions(model, fields);
   const std::size_t n = spec.environments.size();
@@ -297,12 +316,14 @@ SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh) {
                {"layer_thickness_m", model.layerThickness}};
   s["solver"] = {{"runs", fields.solverRuns},
                  {"seconds", fields.seconds},
+                 {"model_seconds", layersReady},
                  {"coordinate_scale", fields.solverScale},
                  {"sliver_tolerance", fields.sliverTolerance},
                  {"converged", fields.converged},
                  {"worst_squared_residual", fields.worstResidual},
                  {"coupling_asymmetry", largest > 0.0 ? asymmetry / largest : 0.0}};
 
+  s["solver"]["results_seconds"] = seconds() - layersReady - fields.seconds;
   SolvedStudy solved;
   solved.summary = std::move(s);
   solved.outcome = Outcome(spec, std::move(model), assembled.materialNames, std::move(temperature));

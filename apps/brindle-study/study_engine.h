@@ -21,8 +21,10 @@ struct StudyOutcome {
   std::vector<std::array<int, 4>> elements;  // tetrahedra, or triangles with a fourth index -1
   std::vector<int> material;                 // per element, index into the two lists below
   std::vector<std::string> materialNames;
-  std::vector<char> materialIsLayer;  // the thin layer of a surface resistance
-  std::vector<double> temperature;    // C per vertex
+  std::vector<char> materialIsLayer;         // the thin layer of a surface resistance
+  std::vector<double> materialConductivity;  // W/(m K)
+  std::vector<int> fixedBy;                  // per vertex: the environment holding it, or -1
+  std::vector<double> temperature;           // C per vertex
   std::size_t solidVertices = 0;
   std::size_t solidElements = 0;
   double layerThickness = 0.0;  // m

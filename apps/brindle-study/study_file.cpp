@@ -100,6 +100,8 @@ ReferenceSpec ParseReference(const json& value, const std::string& source, const
     if (!b.is_array() || b.size() != 2 || !b[0].is_string() || !b[1].is_string())
       Fail(source, key + ": between", "expected two environment names");
     r.between = {b[0].get<std::string>(), b[1].get<std::string>()};
+    if (r.between[0] == r.between[1])
+      Fail(source, key + ": between", "expected two different environments");
   }
   if (value.contains("U")) r.u = Numbers(value["U"], source, key + ": U");
   if (value.contains(size)) r.sizes = Numbers(value[size], source, key + ": " + size);

@@ -146,10 +146,8 @@ std::vector<double> SolveSurfaceField(const LayeredModel& m, int environment, do
 
 UnitFields SolveUnitFields(const LayeredModel& m) {
   const int environments = static_cast<int>(m.surfaceVertices.size());
-  std::vector<int> held(environments, 0);
-  for (int holder : m.fixedBy)
-    if (holder >= 0) ++held[holder];
   if (environments < 2) throw SolveError("a study needs at least two environments");
+
   UnitFields out;
   out.solverScale = 1.0 / ShortestEdge(m);
   out.sliverTolerance = 1e-3;

@@ -105,16 +105,14 @@ std::string FileStem(const std::string& name) {
   return stem.empty() ? "environment" : stem;
 }
 
-JsonObject ExtremesJson(const std::vector<ExtremePoint>& extremes) {
-  JsonObject json;
-  for (const ExtremePoint& e : extremes) {
-    JsonObject point;
-    point.Add("kind", e.warmest ? "warmest" : "coldest")
-        .Add("temperature_C", e.temperature)
-        .Add("temperature_factor", e.factor)
-        .Add("at_m", std::vector<double>{e.at[0], e.at[1], e.at[2]});
-    json.Add(e.environment, point);
-  }
+nlohmann::json ExtremesJson(const std::vector<ExtremePoint>& extremes) {
+  nlohmann::json json = nlohmann::json::object();
+  for (const ExtremePoint& e : extremes)
+    json[e.environment] = {{"kind", e.warmest ? "warmest" : "coldest"},
+                           {"temperature_C", e.temperature},
+                           {"temperature_factor", std::isnan(e.factor) ? nlohmann::json(nullptr)
+                                                                       : nlohmann::json(e.factor)},
+                           {"at_m", {e.at[0], e.at[1], e.at[2]}}};
   return json;
 }
 

@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "json_writer.h"
+#include <nlohmann/json.hpp>
+
 #include "model.h"
 #include "section_cut.h"
 #include "surface_picture.h"
@@ -69,7 +70,7 @@ VolumePictureFiles WriteVolumePictures(const std::string& folder, const std::str
 
 // The extreme point of every environment: {"inside": {"kind": "coldest", "temperature_C",
 // "temperature_factor", "at_m": [x, y, z]}, ...}.
-JsonObject ExtremesJson(const std::vector<ExtremePoint>& extremes);
+nlohmann::json ExtremesJson(const std::vector<ExtremePoint>& extremes);
 
 // A file-name-safe form of an environment's name.
 std::string FileStem(const std::string& name);

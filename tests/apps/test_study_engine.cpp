@@ -175,3 +175,86 @@ TEST(StudyEngine, FineSectionInMetresKeepsItsHeatBalance) {
 
 }  // namespace
 }  // namespace brindle::study
+
+namespace brindle::study {
+namespace {
+
+// An external wall corner: the layers meet at a concave edge inside and a convex edge outside,
+// and end flush at the adiabatic cut planes. Extruded, it must conduct what the section does.
+TEST(StudyEngine, CornerLayersJoinLikeTheSection) {
+  const auto corner = [](double depth) {
+    return std::vector<Block>{{{0.0, 0.0, 0.0}, {0.8, 0.3, depth}, 0},
+                              {{0.0, 0.0, 0.0}, {0.3, 0.8, depth}, 0}};
+  };
+  const std::vector<Material> materials{{"masonry", 0.8, Role::Solid}};
+  // Outside: the faces x = 0 and y = 0; inside: the faces x = 0.3 (y > 0.3) and y = 0.3
+  // (x > 0.3), which meet at the concave corner.
+  const FaceTagger tag = [](const Point& c, const Point& n) {
+    if ((n[0] < -0.5 && c[0] < 1e-9) || (n[1] < -0.5 && c[1] < 1e-9)) return 2;
+    if ((n[0] > 0.5 && std::abs(c[0] - 0.3) < 1e-9) || (n[1] > 0.5 && std::abs(c[1] - 0.3) < 1e-9))
+      return 1;
+    return 0;
+  };
+  const json study = {
+      {"mesh", "in memory"},
+      {"materials", {{"1", 0.8}}},
+      {"environments",
+       {{"inside", {{"temperature", 20.0}, {"surface_resistance", 0.13}, {"boundaries", {1}}}},
+        {"outside", {{"temperature", 0.0}, {"surface_resistance", 0.04}, {"boundaries", {2}}}}}}};
+  const StudySpec spec = ParseStudy(study, "corner.json");
+  const MeshSizes sizes{0.01, 0.04, 1.4};
+  const json section =
+      SolveStudy(spec, BlockStudyMesh(MeshSection(corner(0.0), materials, sizes), tag)).summary;
+  const json block =
+      SolveStudy(spec, BlockStudyMesh(MeshBlocks(corner(0.1), materials, sizes), tag)).summary;
+  const double perMetre = section["environments"]["inside"]["heat_flow"].get<double>();
+  const double extruded = block["environments"]["inside"]["heat_flow"].get<double>() / 0.1;
+  EXPECT_NEAR(extruded / perMetre, 1.0, 2e-3);
+  // The inner corner is the coldest point of the inside surface in both.
+  const auto& at = block["environments"]["inside"]["surface_temperature_min_at"];
+  EXPECT_NEAR(at[0].get<double>(), 0.3, 1e-9);
+  EXPECT_NEAR(at[1].get<double>(), 0.3, 1e-9);
+  EXPECT_NEAR(block["environments"]["inside"]["surface_temperature_min_C"].get<double>(),
+              section["environments"]["inside"]["surface_temperature_min_C"].get<double>(), 0.05);
+}
+
+}  // namespace
+}  // namespace brindle::study
+
+namespace brindle::study {
+namespace {
+
+#if defined(BRINDLE_STUDY_HAVE_GMSH)
+// A study of a gmsh geometry by physical names, meshed by the tool, with chi against the plane
+// wall it is: chi = 0.
+TEST(StudyEngine, GeometryStudiedByPhysicalNames) {
+  const json study = {
+      {"geometry", "two_layers.geo"},
+      {"mesh_size", 0.1},
+      {"materials", {{"concrete", 2.3}, {"insulation", 0.04}}},
+      {"environments",
+       {{"inside", {{"temperature", 20}, {"surface_resistance", 0.13}, {"boundaries", {"warm"}}}},
+        {"outside",
+         {{"temperature", -5}, {"surface_resistance", 0.04}, {"boundaries", {"cold"}}}}}},
+      {"chi", {{"U", {1.0 / (0.13 + 0.2 / 2.3 + 0.1 / 0.04 + 0.04)}}, {"areas", {1.0}}}}};
+  const json s = RunStudy(study, nullptr, BRINDLE_STUDY_TEST_DATA, "", "two_layers.json");
+  EXPECT_EQ(s["dimension"], 3);
+  EXPECT_NEAR(s["chi"]["value"].get<double>(), 0.0, 1e-6);
+  EXPECT_GT(s["mesh"]["elements"].get<int>(), 100);
+}
+#endif
+
+// psi of a plane wall section against its own U value is zero.
+TEST(StudyEngine, PsiOfAPlaneWallIsZero) {
+  const Wall wall;
+  json study = WallStudy(wall, "m");
+  study["psi"] = {{"U", {wall.UValue()}}, {"lengths", {0.3}}};
+  const TriMesh mesh = MeshSection(WallBlocks(false), WallMaterials(), {0.05, 0.1, 1.5});
+  const json s =
+      SolveStudy(ParseStudy(study, "wall.json"), BlockStudyMesh(mesh, TagWallFaces)).summary;
+  EXPECT_NEAR(s["psi"]["value"].get<double>(), 0.0, 1e-9);
+  EXPECT_EQ(s["psi"]["between"], json({"inside", "outside"}));
+}
+
+}  // namespace
+}  // namespace brindle::study

@@ -1,10 +1,9 @@
-// MEDIT .mesh reading and the reference assignments of user studies.
+// MEDIT .mesh reading.
 #include <gtest/gtest.h>
 
 #include <random>
 
 #include "medit.h"
-#include "user_model.h"
 
 namespace brindle::study {
 namespace {
@@ -73,7 +72,7 @@ TEST(StudyMedit, MalformedFilesNameTheLine) {
   ExpectErrorAtLine(head + "Triangles 1\n1 2 3 0\n", 7, "vertex index 3 out of range 1..2");
   ExpectErrorAtLine(head + "Triangles 1\n1 2 0 0\n", 7, "out of range");
   ExpectErrorAtLine(head + "Triangles -1\n", 6, "invalid count");
-  ExpectErrorAtLine(head + "Prisms 1\n", 6, "unknown keyword 'Prisms'");
+  ExpectErrorAtLine(head + "Pentagons 1\n", 6, "unknown keyword 'Pentagons'");
   ExpectErrorAtLine(head + "Edges 1\n1 x2 0\n", 7, "found 'x2'");
   ExpectErrorAtLine(head + "Edges 1\n1 2\n\n", 7, "unexpected end of file");
   ExpectErrorAtLine("MeshVersionFormatted 2\nDimension 3\nVertices 1\n0 nan 0 1\n", 4,
@@ -112,57 +111,6 @@ TEST(StudyMedit, TruncatedAndGarbledFilesFailCleanly) {
       damaged[random() % damaged.size()] = alphabet[random() % alphabet.size()];
     check(damaged);
   }
-}
-
-TEST(StudyUserModel, ReferencesSelectMaterialsAndBoundarySides) {
-  const MeditMesh mesh = ParseMedit(kPrism);
-  Assignment assignment;
-  assignment.conductivity = {{1, 0.5}, {2, 40.0}};
-  assignment.high = {10};
-  assignment.low = {20};
-  const TetMesh model = BuildVolumeModel(mesh, assignment);
-  ASSERT_EQ(model.materials.size(), 2u);
-  EXPECT_EQ(model.materials[model.region[1]].conductivity, 40.0);
-  const VertexKind W = VertexKind::Warm, C = VertexKind::Cold;
-  EXPECT_EQ(model.kind, (std::vector<VertexKind>{W, W, W, C, C, C}));
-
-  // One vertex cannot be on both sides.
-  MeditMesh overlapping = mesh;
-  overlapping.triangles[1] = {1, 3, 4};
-  EXPECT_THROW(BuildVolumeModel(overlapping, assignment), AssignmentError);
-
-  Assignment missing = assignment;
-  missing.conductivity.erase(2);
-  EXPECT_THROW(BuildVolumeModel(mesh, missing), AssignmentError);
-  Assignment unknownSide = assignment;
-  unknownSide.low = {99};
-  EXPECT_THROW(BuildVolumeModel(mesh, unknownSide), AssignmentError);
-
-  // Without boundary triangles the sides are vertex references.
-  MeditMesh bare = mesh;
-  bare.triangles.clear();
-  bare.triangleRef.clear();
-  Assignment byVertex = assignment;
-  byVertex.high = {7};
-  byVertex.low = {0};
-  const TetMesh byRef = BuildVolumeModel(bare, byVertex);
-  EXPECT_EQ(byRef.kind, (std::vector<VertexKind>{C, C, W, C, C, C}));
-  byVertex.low = {};
-  EXPECT_THROW(BuildVolumeModel(bare, byVertex), AssignmentError);  // a study needs both sides
-}
-
-TEST(StudyUserModel, SurfaceMeshUsesEdgeReferencesForItsSides) {
-  const MeditMesh mesh = ParseMedit(
-      "MeshVersionFormatted 2\nDimension 2\nVertices 4\n0 0 0\n1 0 0\n1 1 0\n0 1 0\n"
-      "Edges 2\n1 4 3\n2 3 4\nTriangles 2\n1 2 3 1\n1 3 4 1\n");
-  Assignment assignment;
-  assignment.conductivity = {{1, 2.0}};
-  assignment.high = {3};
-  assignment.low = {4};
-  const TriMesh model = BuildSurfaceModel(mesh, assignment);
-  EXPECT_EQ(model.kind, (std::vector<VertexKind>{VertexKind::Warm, VertexKind::Cold,
-                                                 VertexKind::Cold, VertexKind::Warm}));
-  EXPECT_EQ(model.region, (std::vector<int>{0, 0}));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "block_mesher.h"
+#include "example_study.h"
 #include "examples.h"
 #include "geometry.h"
 #include "grading.h"
@@ -69,12 +70,9 @@ TEST(StudySectionMesher, SlabSectionCoversEachMaterialWithPositiveTriangles) {
     ASSERT_GT(a, 0.0) << "triangle " << f;
     area[mesh.region[f]] += a;
   }
-  const double s = kSurfaceLayerThickness;
-  EXPECT_NEAR(area[0], 0.24 * 2.2 - 0.24 * 0.2, 1e-12);          // masonry
-  EXPECT_NEAR(area[1], 0.16 * 2.2 - 0.16 * 0.2, 1e-12);          // insulation
-  EXPECT_NEAR(area[2], 1.40 * 0.2, 1e-12);                       // concrete
-  EXPECT_NEAR(area[3], s * 2.0 + 2 * (1.0 * s - s * s), 1e-12);  // interior layers
-  EXPECT_NEAR(area[4], s * 2.2, 1e-12);                          // exterior layer
+  EXPECT_NEAR(area[0], 0.24 * 2.2 - 0.24 * 0.2, 1e-12);  // masonry
+  EXPECT_NEAR(area[1], 0.16 * 2.2 - 0.16 * 0.2, 1e-12);  // insulation
+  EXPECT_NEAR(area[2], 1.40 * 0.2, 1e-12);               // concrete
   // Every vertex is used by a triangle.
   std::vector<int> uses(mesh.points.size());
   for (const auto& t : mesh.triangles)
@@ -83,39 +81,24 @@ TEST(StudySectionMesher, SlabSectionCoversEachMaterialWithPositiveTriangles) {
   EXPECT_EQ(std::count(uses.begin(), uses.end(), 0), 0);
 }
 
-TEST(StudySectionMesher, OnlyOuterFacesOfSurfaceLayersAreHeld) {
-  const Detail detail = SlabSection(true);
-  const TriMesh mesh = MeshSection(detail.blocks, detail.materials, {0.01, 0.1, 1.4});
-  const double s = kSurfaceLayerThickness;
-  int warm = 0, cold = 0, surface = 0;
-  for (std::size_t v = 0; v < mesh.points.size(); ++v) {
-    const double x = mesh.points[v][0], y = mesh.points[v][1];
-    if (mesh.kind[v] == VertexKind::Cold) {
-      ++cold;
-      EXPECT_DOUBLE_EQ(x, 0.40 + s);
-    }
-    if (mesh.kind[v] == VertexKind::Warm) {
-      ++warm;
-      // The wall's layer face, or the faces of the slab's layers in the room.
-      const bool wallFace = x == -s && (y >= 0.2 + s || y <= -s);
-      const bool slabFace = x <= -s && (y == 0.2 + s || y == -s);
-      EXPECT_TRUE(wallFace || slabFace) << x << ", " << y;
-    }
-    if (mesh.onSurface[v]) {
-      ++surface;
-      EXPECT_TRUE(x == 0.0 || y == 0.2 || y == 0.0) << x << ", " << y;
-      EXPECT_EQ(mesh.kind[v], VertexKind::Free);
+// The room's surfaces are the wall face and both faces of the slab in the room; the slab's cut
+// end and the wall's cut-offs are adiabatic.
+TEST(StudySectionMesher, DetailFacesAreTaggedInsideAndOutside) {
+  const StudyMesh mesh = DetailStudyMesh(SlabSection(true), {0.01, 0.1, 1.4}, 2);
+  std::map<int, double> length;
+  for (std::size_t e = 0; e < mesh.edges.size(); ++e) {
+    const Point& a = mesh.vertices[mesh.edges[e][0]];
+    const Point& b = mesh.vertices[mesh.edges[e][1]];
+    length[mesh.edgeRef[e]] += Norm(b - a);
+    if (mesh.edgeRef[e] == 2) {
+      EXPECT_DOUBLE_EQ(a[0], 0.40);
     }
   }
-  EXPECT_GT(warm, 20);
-  EXPECT_GT(cold, 20);
-  EXPECT_GT(surface, 20);
-  // Where the interior layer meets the masonry at the top cut-off the vertex is free.
-  for (std::size_t v = 0; v < mesh.points.size(); ++v) {
-    if (mesh.points[v][0] == 0.0 && mesh.points[v][1] == 1.2) {
-      EXPECT_EQ(mesh.kind[v], VertexKind::Free);
-    }
-  }
+  EXPECT_EQ(length.size(), 2u);
+  EXPECT_NEAR(length[1], 2.2 - 0.2 + 2 * 1.0, 1e-12);
+  EXPECT_NEAR(length[2], 2.2, 1e-12);
+  EXPECT_EQ(mesh.names.at({1, 1}), "room side");
+  EXPECT_EQ(mesh.names.at({2, 3}), "concrete");
 }
 
 TEST(StudyBlockMesher, TetrahedraFillTheBlocksConformingly) {
@@ -148,7 +131,7 @@ TEST(StudyBlockMesher, TetrahedraFillTheBlocksConformingly) {
       boundaryArea += 0.5 * Norm(Cross(mesh.points[face[1]] - mesh.points[face[0]],
                                        mesh.points[face[2]] - mesh.points[face[0]]));
   }
-  const double lx = 0.40, ly = 0.5, lz = 0.5;
+  const double lx = 0.38, ly = 0.5, lz = 0.5;
   EXPECT_NEAR(boundaryArea, 2 * (lx * ly + ly * lz + lz * lx), 1e-9);
 }
 

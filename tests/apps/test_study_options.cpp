@@ -3,7 +3,6 @@
 
 #include <cmath>
 
-#include "json_writer.h"
 #include "options.h"
 
 namespace brindle::study {
@@ -52,25 +51,6 @@ TEST(StudyOptions, BadArgumentsAreUsageErrors) {
   };
   for (const auto& args : bad)
     EXPECT_THROW(ParseOptions(args), UsageError) << args[0];
-}
-
-TEST(StudyJson, RendersNestedObjectsEscapesAndNonFiniteNumbers) {
-  JsonObject inner;
-  inner.Add("psi", 0.5).Add("flows", std::vector<double>{1, 2.5});
-  JsonObject outer;
-  outer.Add("name", "a \"quoted\"\nline\\").Add("count", 3).Add("ok", true).Add("nan", NAN);
-  outer.Add("inner", inner);
-  EXPECT_EQ(outer.Render(),
-            "{\n"
-            "  \"name\": \"a \\\"quoted\\\"\\nline\\\\\",\n"
-            "  \"count\": 3,\n"
-            "  \"ok\": true,\n"
-            "  \"nan\": null,\n"
-            "  \"inner\": {\n"
-            "    \"psi\": 0.5,\n"
-            "    \"flows\": [1, 2.5]\n"
-            "  }\n"
-            "}");
 }
 
 }  // namespace

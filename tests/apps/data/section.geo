@@ -1,0 +1,13 @@
+// A 2-D section in the plane z = 5: a 1 x 0.5 rectangle with a named warm edge.
+Point(1) = {0, 0, 5};
+Point(2) = {1, 0, 5};
+Point(3) = {1, 0.5, 5};
+Point(4) = {0, 0.5, 5};
+Line(1) = {1, 2};
+Line(2) = {2, 3};
+Line(3) = {3, 4};
+Line(4) = {4, 1};
+Curve Loop(1) = {1, 2, 3, 4};
+Plane Surface(1) = {1};
+Physical Surface("brick", 7) = {1};
+Physical Curve("warm", 3) = {4};
