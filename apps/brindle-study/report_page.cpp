@@ -80,6 +80,30 @@ std::string InlineSvg(const std::string& path) {
   return text.substr(start);
 }
 
+// The environments of a study side by side: one row each, one column per figure.
+std::string EnvironmentTable(const nlohmann::ordered_json& environments) {
+  static const std::pair<const char*, const char*> kColumns[] = {
+      {"temperature_C", "air °C"},
+      {"surface_resistance", "R m²K/W"},
+      {"heat_flow", "heat flow"},
+      {"surface_temperature_min_C", "surface min °C"},
+      {"surface_temperature_min_at", "at (m)"},
+      {"surface_temperature_max_C", "surface max °C"},
+      {"surface_temperature_max_at", "at (m)"},
+      {"temperature_factor_min", "f min"}};
+  std::string out = "<table>\n<tr><th>environment</th>";
+  for (const auto& column : kColumns)
+    out += std::string("<th>") + column.second + "</th>";
+  out += "</tr>\n";
+  for (const auto& [name, e] : environments.items()) {
+    out += "<tr><th>" + Html(name) + "</th>";
+    for (const auto& column : kColumns)
+      out += "<td>" + (e.contains(column.first) ? Html(ValueText(e[column.first])) : "") + "</td>";
+    out += "</tr>\n";
+  }
+  return out + "</table>\n";
+}
+
 constexpr const char* kStyle =
     "body{font-family:sans-serif;margin:24px auto;max-width:1200px;color:#1a1a1a}"
     "h1{font-size:24px}h2{font-size:20px;border-bottom:2px solid #ccc;padding-bottom:4px;"
@@ -134,9 +158,13 @@ std::string ReportHtml(const nlohmann::ordered_json& summary,
       nlohmann::ordered_json results = nlohmann::ordered_json::object();
       nlohmann::ordered_json checks = nlohmann::ordered_json::object();
       for (const auto& [key, member] : summary[study.key].items())
-        if (key != "materials") (IsCheck(key) ? checks : results)[key] = member;
+        if (key != "materials" && key != "environments")
+          (IsCheck(key) ? checks : results)[key] = member;
       if (summary[study.key].contains("materials"))
         out += "<h3>Materials</h3>\n" + Table(summary[study.key]["materials"]);
+      if (summary[study.key].contains("environments") &&
+          summary[study.key]["environments"].is_object())
+        out += "<h3>Environments</h3>\n" + EnvironmentTable(summary[study.key]["environments"]);
       out += "<h3>Results</h3>\n" + Table(results);
       if (!checks.empty()) out += "<h3>Mesh and convergence checks</h3>\n" + Table(checks);
     }
