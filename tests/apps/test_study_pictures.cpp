@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <regex>
 #include <sstream>
 
 #include "block_mesher.h"
@@ -119,17 +118,31 @@ struct Box {
   double x, y, width, height;
 };
 
+// The number in attribute `name` of the tag that starts at `from`.
+double Attribute(const std::string& svg, std::size_t from, const std::string& name) {
+  const std::size_t at = svg.find(" " + name + "=\"", from);
+  return std::stod(svg.substr(at + name.size() + 3));
+}
+
 // The label boxes of an SVG picture: a rounded rect followed by its text.
 std::vector<std::pair<Box, std::string>> Labels(const std::string& svg) {
-  static const std::regex label(
-      "<rect x=\"([-0-9.]+)\" y=\"([-0-9.]+)\" width=\"([0-9.]+)\" height=\"([0-9.]+)\" "
-      "rx=\"3\"[^>]*/>\\s*<text[^>]*>([^<]*)</text>");
   std::vector<std::pair<Box, std::string>> found;
-  for (std::sregex_iterator it(svg.begin(), svg.end(), label), end; it != end; ++it)
-    found.push_back(
-        {{std::stod((*it)[1]), std::stod((*it)[2]), std::stod((*it)[3]), std::stod((*it)[4])},
-         (*it)[5]});
+  for (std::size_t at = svg.find(" rx=\"3\""); at != std::string::npos;
+       at = svg.find(" rx=\"3\"", at + 1)) {
+    const std::size_t rect = svg.rfind("<rect", at);
+    const std::size_t text = svg.find('>', svg.find("<text", at)) + 1;
+    found.push_back({{Attribute(svg, rect, "x"), Attribute(svg, rect, "y"),
+                      Attribute(svg, rect, "width"), Attribute(svg, rect, "height")},
+                     svg.substr(text, svg.find("</text>", text) - text)});
+  }
   return found;
+}
+
+// The words of path data, with its commands as blanks.
+std::string PathNumbers(std::string d) {
+  for (char& c : d)
+    if (c == 'M' || c == 'L' || c == 'Z') c = ' ';
+  return d;
 }
 
 TEST(StudyPictures, IsothermLabelsSitOnTheirLineInsideThePictureAndApart) {
@@ -141,12 +154,7 @@ TEST(StudyPictures, IsothermLabelsSitOnTheirLineInsideThePictureAndApart) {
   ASSERT_GE(picture.isotherms.size(), 15u);
   picture.markers.push_back({Point{0.0, 0.25, 0}, "coldest 1.0 °C, f = 0.100"});
   const std::string svg = SvgText(mesh, picture);
-  const std::smatch size = [&] {
-    std::smatch m;
-    std::regex_search(svg, m, std::regex("width=\"([0-9]+)\" height=\"([0-9]+)\""));
-    return m;
-  }();
-  const double width = std::stod(size[1]), height = std::stod(size[2]);
+  const double width = Attribute(svg, 0, "width"), height = Attribute(svg, 0, "height");
   const auto labels = Labels(svg);
   ASSERT_GE(labels.size(), picture.isotherms.size() / 2);
   for (std::size_t i = 0; i < labels.size(); ++i) {
@@ -164,11 +172,12 @@ TEST(StudyPictures, IsothermLabelsSitOnTheirLineInsideThePictureAndApart) {
   }
   // Each isotherm label's centre lies on its own line, as drawn: the isotherm paths come in
   // the order of the picture's isotherms.
-  static const std::regex path("stroke=\"#1a1a1a\" stroke-width=\"0.9\" d=\"([^\"]*)\"");
+  const std::string path = "stroke=\"#1a1a1a\" stroke-width=\"0.9\" d=\"";
   std::vector<std::vector<std::array<double, 4>>> drawn;
-  for (std::sregex_iterator it(svg.begin(), svg.end(), path), end; it != end; ++it) {
+  for (std::size_t at = svg.find(path); at != std::string::npos; at = svg.find(path, at + 1)) {
     drawn.emplace_back();
-    std::istringstream d(std::regex_replace(std::string((*it)[1]), std::regex("[ML]"), " "));
+    const std::size_t start = at + path.size();
+    std::istringstream d(PathNumbers(svg.substr(start, svg.find('"', start) - start)));
     std::array<double, 4> s;
     while (d >> s[0] >> s[1] >> s[2] >> s[3])
       drawn.back().push_back(s);
@@ -196,7 +205,10 @@ TEST(StudyPictures, IsothermLabelsSitOnTheirLineInsideThePictureAndApart) {
 
 // Signed areas of the loops of path data made of "M x y", "L x y" and "Z".
 std::vector<double> LoopAreas(const std::string& d) {
-  std::istringstream in(std::regex_replace(d, std::regex("([MLZ])"), " $1 "));
+  std::string spaced;
+  for (char c : d)
+    spaced += (c == 'M' || c == 'L' || c == 'Z') ? std::string(" ") + c + " " : std::string(1, c);
+  std::istringstream in(spaced);
   std::vector<double> areas;
   std::vector<std::array<double, 2>> loop;
   std::string command;
