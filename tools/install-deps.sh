@@ -4,6 +4,8 @@ set -euo pipefail
 packages=(cmake g++ make libeigen3-dev libgtest-dev libbenchmark-dev binutils pkg-config
           nlohmann-json3-dev libgmsh-dev gmsh "$@")
 missing=()
+# The study tool's report reads its summary with nlohmann-json3-dev; a test renders it in chromium.
+packages+=(nlohmann-json3-dev chromium)
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
 done

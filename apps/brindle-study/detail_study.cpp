@@ -8,6 +8,9 @@
 #include "example_study.h"
 #include "geometry.h"
 #include "medit.h"
+#include "report_page.h"
+#include "terminal.h"
+#include "volume_pictures.h"
 #include "vtk_writer.h"
 
 namespace brindle::study {
@@ -36,16 +39,24 @@ DetailRun SolveDetail(const Detail& detail, const MeshSizes& sizes) {
   return run;
 }
 
-void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair) {
-  WriteVtk(path, "brindle-study 3-D detail", run.mesh,
-           TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair));
+void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair,
+                    const std::vector<int>& references) {
+  WriteVtk(
+      path, "brindle-study 3-D detail", run.mesh,
+      TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair,
+                        references.empty() ? BuiltInReferences(run.mesh.materials) : references,
+                        MaterialNames(run.mesh.materials)));
 }
 
 nlohmann::json RunSteelExample(const Options& options, const Progress& progress) {
   const TemperaturePair pair{options.inside, options.outside};
   const Detail detail = SteelBarDetail();
   progress.Line("3-D example: 40 mm square steel bar through an insulated concrete wall");
-  const DetailRun run = SolveDetail(detail, DetailSizes().Refined(options.refine3d));
+  const std::string log = LibraryLogPath(options);
+  const DetailRun run = [&] {
+    const LibraryOutputToLog quiet(log);
+    return SolveDetail(detail, DetailSizes().Refined(options.refine3d));
+  }();
   progress.Line(
       Format("  solved %zu tetrahedra, %zu vertices (a quarter of the detail; the "
              "solver %s, squared residual %.3g)",
@@ -76,7 +87,10 @@ nlohmann::json RunSteelExample(const Options& options, const Progress& progress)
 
   nlohmann::json check;  // filled by the mesh check
   if (options.convergence && options.refine3d > 0) {
-    const DetailRun coarse = SolveDetail(detail, DetailSizes().Refined(options.refine3d - 1));
+    const DetailRun coarse = [&] {
+      const LibraryOutputToLog quiet(log);
+      return SolveDetail(detail, DetailSizes().Refined(options.refine3d - 1));
+    }();
     const double coarseChi = copies * coarse.flow - u * area;
     const double change = std::abs(chi / coarseChi - 1.0);
     progress.Line(
@@ -95,20 +109,40 @@ nlohmann::json RunSteelExample(const Options& options, const Progress& progress)
 
   const std::string vtk = options.output + "/steel-3d.vtk";
   WriteDetailVtk(vtk, run, pair);
+  VolumeOutcome outcome;
+  outcome.sectionGiven = options.sectionGiven;
+  outcome.section = {options.sectionAxis, options.sectionOffset};
+  outcome.caption = "Steel bar through an insulated concrete wall (a quarter of the detail)";
+  outcome.mesh = &run.mesh;
+  for (double t : run.solution.temperature)
+    outcome.temperature.push_back(pair.Celsius(t));
+  outcome.environments = {
+      {"inside", pair.inside, false, SolidFacesTowards(run.mesh, Role::WarmLayer)},
+      {"outside", pair.outside, true, SolidFacesTowards(run.mesh, Role::ColdLayer)}};
+  outcome.symmetry = {{1, 0.0}, {2, 0.0}};  // the bar's axis is the x axis
+  const VolumePictureFiles pictures = WriteVolumePictures(options.output, "steel-3d", outcome);
+  for (const std::string& file : pictures.files)
+    progress.Line("  wrote " + file);
   const std::string study = WriteExampleStudy(options.output, "steel-3d", detail,
                                               DetailSizes().Refined(options.refine3d), 3, pair);
   progress.Line("  wrote " + vtk + " and " + study + " with its mesh; to study it as your own:");
-  progress.Line("    brindle-study --study " + study);
-  nlohmann::json json = {{"heat_flow_W_per_K", flow},
-                         {"wall_area_m2", area},
-                         {"U_by_hand_W_per_m2K", u},
-                         {"chi_W_per_K", chi},
-                         {"fRsi", run.minFactor},
-                         {"min_interior_surface_temperature_C", pair.Celsius(run.minFactor)},
-                         {"heat_loss_W", flow * pair.Difference()},
-                         {"solver_converged", run.solution.converged},
-                         {"tetrahedra", run.mesh.tetrahedra.size()},
-                         {"vertices", run.mesh.points.size()}};
+  std::printf("    %s\n", ShellCommand({options.program, "--study", AbsolutePath(study)}).c_str());
+  std::fflush(stdout);
+  nlohmann::json json = {
+      {"materials", MaterialsJson(detail.materials)},
+      {"heat_flow_W_per_K", flow},
+      {"wall_area_m2", area},
+      {"U_by_hand_W_per_m2K", u},
+      {"chi_W_per_K", chi},
+      {"fRsi", run.minFactor},
+      {"coldest_surface_point_m", {run.coldest[0], run.coldest[1], run.coldest[2]}},
+      {"min_interior_surface_temperature_C", pair.Celsius(run.minFactor)},
+      {"heat_loss_W", flow * pair.Difference()},
+      {"solver_converged", run.solution.converged},
+      {"tetrahedra", run.mesh.tetrahedra.size()},
+      {"vertices", run.mesh.points.size()},
+      {"surface_extremes", ExtremesJson(pictures.extremes)},
+      {"section_plane", PlaneName(pictures.section)}};
   if (options.convergence && options.refine3d > 0) json["mesh_check"] = check;
   return json;
 }

@@ -43,6 +43,8 @@ const char* UsageText() {
          "  --refine3d N         3-D mesh level 0..1 (default 1; 1.7 million tetrahedra)\n"
          "  --no-convergence     skip the mesh checks (the examples again on coarser meshes)\n"
          "  --only 2d|3d         run one of the built-in examples\n"
+         "  --section x|y|z=M    3-D section through the plane x, y or z = M metres (default:\n"
+         "                       through the coldest interior surface point)\n"
          "\n"
          "Your own study, from a study file:\n"
          "  --study FILE.json    mesh (or geometry + mesh_size), length_unit (m, cm, mm),\n"
@@ -66,7 +68,12 @@ const char* UsageText() {
          "  --low R              cold side: boundary triangles (edges in a section) with\n"
          "                       reference R\n"
          "  --high R             warm side, likewise\n"
-         "  --help               this text\n";
+         "  --help               this text\n"
+         "  --version            the tool's version\n";
+}
+
+std::string LibraryLogPath(const Options& options) {
+  return options.output + "/library.log";
 }
 
 Options ParseOptions(const std::vector<std::string>& args) {
@@ -80,6 +87,16 @@ Options ParseOptions(const std::vector<std::string>& args) {
     auto reference = [&]() { return ParseInt(value(), arg, -2147483647, 2147483647); };
     if (arg == "--help" || arg == "-h") {
       options.help = true;
+    } else if (arg == "--version") {
+      options.version = true;
+    } else if (arg == "--section") {
+      const std::string& plane = value();
+      const std::string axes = "xyz";
+      if (plane.size() < 3 || plane[1] != '=' || axes.find(plane[0]) == std::string::npos)
+        throw UsageError("--section expects x=M, y=M or z=M");
+      options.sectionGiven = true;
+      options.sectionAxis = int(axes.find(plane[0]));
+      options.sectionOffset = ParseReal(plane.substr(2), arg);
     } else if (arg == "--output") {
       options.output = value();
       if (options.output.empty()) throw UsageError("--output needs a folder name");

@@ -39,7 +39,17 @@ struct Options {
   Assignment assignment;
   bool help = false;
   bool validate = false;  // run the reference cases instead of a study
+  bool version = false;
+  // Section through a 3-D model: the plane coordinate[sectionAxis] = sectionOffset (m) when
+  // given, else the plane through the coldest interior point that shows most.
+  bool sectionGiven = false;
+  int sectionAxis = 0;
+  double sectionOffset = 0.0;
+  std::string program = "brindle-study";  // how the tool was started, for printed commands
 };
+
+// Where the library's own progress traces go: library.log in the output folder.
+std::string LibraryLogPath(const Options& options);
 
 // Parses argv[1..]; throws UsageError with a one-line reason.
 Options ParseOptions(const std::vector<std::string>& args);

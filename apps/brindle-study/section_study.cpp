@@ -7,8 +7,11 @@
 #include "block_mesher.h"
 #include "brindle.h"
 #include "example_study.h"
+#include "flat_picture.h"
 #include "geometry.h"
 #include "medit.h"
+#include "report_page.h"
+#include "terminal.h"
 #include "vtk_writer.h"
 
 namespace brindle::study {
@@ -62,49 +65,63 @@ SlabFigures SolveSlabExample(int refine, int levels, SectionRun* slabOut, Sectio
   return figures;
 }
 
-SvgPicture SectionPicture(const SectionRun& run, const TemperaturePair& pair,
-                          const std::vector<std::string>& title) {
-  SvgPicture picture;
-  picture.title = title;
-  // The flux peaks at re-entrant corners; scaling the colours to the 98th percentile keeps the rest
-  // of the section readable.
-  std::vector<double> magnitude;
+std::vector<double> SectionCelsius(const SectionRun& run, const TemperaturePair& pair) {
+  std::vector<double> celsius;
+  for (double t : run.solution.temperature)
+    celsius.push_back(pair.Celsius(t));
+  return celsius;
+}
+
+std::vector<double> SectionFluxDensity(const SectionRun& run, const TemperaturePair& pair) {
+  std::vector<double> density;
   for (const Point& q : run.solution.flux)
-    magnitude.push_back(Norm(q));
-  std::vector<double> sorted = magnitude;
-  const std::size_t at = std::min(sorted.size() - 1, sorted.size() * 98 / 100);
-  std::nth_element(sorted.begin(), sorted.begin() + at, sorted.end());
-  const double clip = sorted[at] > 0.0 ? sorted[at] : 1.0;
-  const double largest = *std::max_element(magnitude.begin(), magnitude.end());
-  auto colour = [](double t) {
-    Rgb c;
-    HeatColor(t, &c[0], &c[1], &c[2]);
-    return c;
-  };
-  for (double m : magnitude)
-    picture.faceColour.push_back(colour(m / clip));
-  for (int s = 0; s < 64; ++s)
-    picture.legendColour.push_back(colour((s + 0.5) / 64));
-  const double difference = std::abs(pair.Difference());
-  picture.legendTitle = {"heat flux density", Format("W/m² at ΔT = %.0f K", difference)};
-  picture.legendMax = clip * difference;
-  picture.legendOpenEnded = largest > clip;
-  for (std::size_t i = 0; i < run.solution.levels.size(); ++i)
-    picture.isotherms.push_back(
-        {Format("%.1f °C", pair.Celsius(run.solution.levels[i])), run.solution.isotherms[i]});
+    density.push_back(Norm(q) * std::abs(pair.Difference()));
+  return density;
+}
+
+namespace {
+
+void MarkColdest(SvgPicture& picture, const SectionRun& run, const TemperaturePair& pair) {
+  if (std::isnan(run.minFactor)) return;
+  picture.markers.push_back({run.coldest, Format("coldest %.1f °C, f = %.3f",
+                                                 pair.Celsius(run.minFactor), run.minFactor)});
+}
+
+}  // namespace
+
+SvgPicture SectionPicture(const SectionRun& run, const TemperaturePair& pair,
+                          const std::vector<std::string>& title, int isotherms) {
+  SvgPicture picture =
+      TemperaturePicture(run.mesh, SectionCelsius(run, pair),
+                         TemperatureScale({pair.inside, pair.outside}), isotherms, title);
+  MarkColdest(picture, run, pair);
   return picture;
 }
 
-void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair) {
-  WriteVtk(path, "brindle-study 2-D section", run.mesh,
-           TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair));
+SvgPicture SectionFluxPicture(const SectionRun& run, const TemperaturePair& pair,
+                              const ColourScale& scale, const std::vector<std::string>& title,
+                              int isotherms) {
+  SvgPicture picture = FluxPicture(run.mesh, SectionFluxDensity(run, pair),
+                                   SectionCelsius(run, pair), scale, isotherms, title);
+  MarkColdest(picture, run, pair);
+  return picture;
+}
+
+void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair,
+                     const std::vector<int>& references) {
+  WriteVtk(
+      path, "brindle-study 2-D section", run.mesh,
+      TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair,
+                        references.empty() ? BuiltInReferences(run.mesh.materials) : references,
+                        MaterialNames(run.mesh.materials)));
 }
 
 namespace {
 
 nlohmann::json FiguresJson(const SlabFigures& f, const SectionRun& slab, const SectionRun& wall,
                            const Detail& detail, const TemperaturePair& pair) {
-  return {{"L2D_W_per_mK", f.l2d},
+  return {{"materials", MaterialsJson(detail.materials)},
+          {"L2D_W_per_mK", f.l2d},
           {"isotherm_flows_W_per_mK", slab.solution.levelFlow},
           {"isotherm_levels", slab.solution.levels},
           {"isotherm_flow_spread", slab.flowSpread},
@@ -131,7 +148,11 @@ nlohmann::json RunSlabExample(const Options& options, const Progress& progress) 
       "2-D example: concrete floor slab through the insulation of a "
       "masonry wall");
   SectionRun slab, wall;
-  const SlabFigures f = SolveSlabExample(options.refine, options.levels, &slab, &wall);
+  const std::string log = LibraryLogPath(options);
+  const SlabFigures f = [&] {
+    const LibraryOutputToLog quiet(log);
+    return SolveSlabExample(options.refine, options.levels, &slab, &wall);
+  }();
   progress.Line(
       Format("  solved the section (%zu triangles, %zu vertices) and the undisturbed "
              "wall (%zu triangles)",
@@ -171,8 +192,10 @@ nlohmann::json RunSlabExample(const Options& options, const Progress& progress) 
   if (options.convergence) {
     std::vector<double> refineLevels, psis;
     for (int level = std::max(0, options.refine - 2); level <= options.refine; ++level) {
-      const double psi =
-          level == options.refine ? f.psi : SolveSlabExample(level, options.levels).psi;
+      const double psi = level == options.refine ? f.psi : [&] {
+        const LibraryOutputToLog quiet(log);
+        return SolveSlabExample(level, options.levels).psi;
+      }();
       refineLevels.push_back(level);
       psis.push_back(psi);
       progress.Line(Format("  mesh check: level %d gives psi = %.4f W/(m K)", level, psi));
@@ -188,24 +211,37 @@ nlohmann::json RunSlabExample(const Options& options, const Progress& progress) 
         {"levels", refineLevels}, {"psi_W_per_mK", psis}, {"finest_change", change}};
   }
 
+  // One flux scale for both pictures, so that the undisturbed wall compares with the slab.
+  std::vector<double> densities = SectionFluxDensity(slab, pair);
+  const std::vector<double> wallDensities = SectionFluxDensity(wall, pair);
+  densities.insert(densities.end(), wallDensities.begin(), wallDensities.end());
+  const ColourScale fluxScale =
+      FluxScale(densities, Format("W/m² at ΔT = %.0f K", std::abs(pair.Difference())));
+  const std::vector<std::string> slabTitle = {
+      "Concrete floor slab through the insulation of a masonry wall",
+      Format("L2D = %.3f W/(m K), psi = %.3f W/(m K), f_Rsi = %.3f; %.0f °C inside, %.0f °C "
+             "outside",
+             f.l2d, f.psi, f.fRsi, pair.inside, pair.outside)};
+  const std::vector<std::string> wallTitle = {
+      "Undisturbed wall (no slab)",
+      Format("L = %.3f W/(m K), U = %.4f W/(m2 K)", wall.flow, uModel)};
   const std::string svg = options.output + "/slab-2d.svg";
-  WriteSvg(svg, slab.mesh,
-           SectionPicture(slab, pair,
-                          {"Concrete floor slab through the insulation of a masonry wall",
-                           Format("L2D = %.3f W/(m K), psi = %.3f W/(m K), f_Rsi = %.3f; "
-                                  "%.0f °C inside, %.0f °C outside",
-                                  f.l2d, f.psi, f.fRsi, pair.inside, pair.outside)}));
+  WriteSvg(svg, slab.mesh, SectionPicture(slab, pair, slabTitle, options.levels));
+  WriteSvg(options.output + "/slab-2d-flux.svg", slab.mesh,
+           SectionFluxPicture(slab, pair, fluxScale, slabTitle, options.levels));
   WriteSvg(options.output + "/wall-2d.svg", wall.mesh,
-           SectionPicture(wall, pair,
-                          {"Undisturbed wall (no slab)",
-                           Format("L = %.3f W/(m K), U = %.4f W/(m2 K)", wall.flow, uModel)}));
+           SectionPicture(wall, pair, wallTitle, options.levels));
+  WriteSvg(options.output + "/wall-2d-flux.svg", wall.mesh,
+           SectionFluxPicture(wall, pair, fluxScale, wallTitle, options.levels));
   WriteSectionVtk(options.output + "/slab-2d.vtk", slab, pair);
   WriteSectionVtk(options.output + "/wall-2d.vtk", wall, pair);
   const std::string study = WriteExampleStudy(options.output, "slab-2d", detail,
                                               SectionSizes().Refined(options.refine), 2, pair);
-  progress.Line("  wrote " + svg + ", wall-2d.svg, slab-2d.vtk, wall-2d.vtk and " + study +
-                " with its mesh; to study it as your own:");
-  progress.Line("    brindle-study --study " + study);
+  progress.Line("  wrote " + svg +
+                ", slab-2d-flux.svg, wall-2d.svg, wall-2d-flux.svg, slab-2d.vtk, wall-2d.vtk and " +
+                study + " with its mesh; to study it as your own:");
+  std::printf("    %s\n", ShellCommand({options.program, "--study", AbsolutePath(study)}).c_str());
+  std::fflush(stdout);
   return json;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <nlohmann/json.hpp>
+#include "colour_scale.h"
 #include "examples.h"
 #include "grading.h"
 #include "model.h"
@@ -48,12 +49,25 @@ SlabFigures CompareWithWall(const SectionRun& slab, const SectionRun& wall, cons
 SlabFigures SolveSlabExample(int refine, int levels, SectionRun* slab = nullptr,
                              SectionRun* wall = nullptr);
 
-// Colours, legend and labelled isotherms of a solved section for WriteSvg.
-SvgPicture SectionPicture(const SectionRun& run, const TemperaturePair& pair,
-                          const std::vector<std::string>& title);
+// Temperatures in °C and heat-flux densities in W/m² of a solved section.
+std::vector<double> SectionCelsius(const SectionRun& run, const TemperaturePair& pair);
+std::vector<double> SectionFluxDensity(const SectionRun& run, const TemperaturePair& pair);
 
-// VTK fields of a solved section: temperatures, heat flux density and material.
-void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair);
+// A solved section coloured by temperature on the study's scale (from the outside to the inside
+// temperature), with about `isotherms` labelled isotherms at round temperatures and the coldest
+// interior point marked.
+SvgPicture SectionPicture(const SectionRun& run, const TemperaturePair& pair,
+                          const std::vector<std::string>& title, int isotherms = 9);
+
+// The same section coloured by heat-flux density on a scale shared by the study's pictures.
+SvgPicture SectionFluxPicture(const SectionRun& run, const TemperaturePair& pair,
+                              const ColourScale& scale, const std::vector<std::string>& title,
+                              int isotherms = 9);
+
+// VTK fields of a solved section: temperatures, heat flux density and material (as the given
+// references, by default those of the MEDIT files the tool writes).
+void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair,
+                     const std::vector<int>& references = {});
 
 // Runs the built-in 2-D example with its report, pictures and summary entry.
 nlohmann::json RunSlabExample(const Options& options, const Progress& progress);

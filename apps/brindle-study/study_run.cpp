@@ -11,6 +11,7 @@
 #include "mesh_source.h"
 #include "report.h"
 #include "study_engine.h"
+#include "terminal.h"
 #include "vtk_writer.h"
 
 namespace brindle::study {
@@ -134,10 +135,18 @@ SolvedStudy RunStudyWithOutcome(const json& study, const StudyMesh* mesh,
     readSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     mesh = &loaded;
   }
-  SolvedStudy solved = SolveStudy(spec, *mesh);
+  // The library's own progress lines go to the output folder's log, not into the report.
+  const std::string log = outputDir.empty() ? std::string() : outputDir + "/library.log";
+  SolvedStudy solved = [&] {
+    const LibraryOutputToLog quiet(log);
+    return SolveStudy(spec, *mesh);
+  }();
   solved.summary["solver"]["read_seconds"] = readSeconds;
   if (spec.checkConvergence) {
-    const SolvedStudy fine = SolveStudy(spec, RefineUniformly(*mesh));
+    const SolvedStudy fine = [&] {
+      const LibraryOutputToLog quiet(log);
+      return SolveStudy(spec, RefineUniformly(*mesh));
+    }();
     const json changes = Changes(solved.summary, fine.summary);
     double largest = 0.0;
     for (const auto& [what, change] : changes.items())

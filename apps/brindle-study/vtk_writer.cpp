@@ -1,5 +1,6 @@
 #include "vtk_writer.h"
 
+#include <cstdio>
 #include <fstream>
 #include <stdexcept>
 
@@ -8,13 +9,48 @@
 namespace brindle::study {
 namespace {
 
+// The title is one line of at most 255 characters.
+std::string OneLine(std::string text) {
+  for (char& c : text)
+    if (c == '\n' || c == '\r') c = ' ';
+  return text.substr(0, 255);
+}
+
+// Strings of a table, one per line: blanks, '%' and other bytes outside printable ASCII are
+// written as %XX, which the legacy reader decodes.
+std::string Encoded(const std::string& text) {
+  std::string out;
+  for (unsigned char c : text) {
+    if (c > ' ' && c < 127 && c != '%') {
+      out += char(c);
+    } else {
+      char code[4];
+      std::snprintf(code, sizeof code, "%%%02X", unsigned(c));
+      out += code;
+    }
+  }
+  return out;
+}
+
 template <std::size_t N>
 void Write(const std::string& path, const std::string& title, const std::vector<Point>& points,
            const std::vector<std::array<int, N>>& cells, int cellType, const VtkFields& fields) {
   std::ofstream out(path);
   if (!out) throw std::runtime_error("cannot write " + path);
   out.precision(10);
-  out << "# vtk DataFile Version 3.0\n" << title << "\nASCII\nDATASET UNSTRUCTURED_GRID\n";
+  out << "# vtk DataFile Version 3.0\n" << OneLine(title) << "\nASCII\nDATASET UNSTRUCTURED_GRID\n";
+  const std::size_t tables = fields.tableIntegers.size() + fields.tableStrings.size();
+  if (tables) out << "FIELD FieldData " << tables << '\n';
+  for (const auto& [name, values] : fields.tableIntegers) {
+    out << name << " 1 " << values.size() << " int\n";
+    for (int v : values)
+      out << v << '\n';
+  }
+  for (const auto& [name, values] : fields.tableStrings) {
+    out << name << " 1 " << values.size() << " string\n";
+    for (const std::string& v : values)
+      out << Encoded(v) << '\n';
+  }
   out << "POINTS " << points.size() << " double\n";
   for (const Point& p : points)
     out << p[0] << ' ' << p[1] << ' ' << p[2] << '\n';
@@ -34,8 +70,13 @@ void Write(const std::string& path, const std::string& title, const std::vector<
     for (double v : values)
       out << v << '\n';
   }
-  if (!fields.cellVectors.empty() || !fields.cellIntegers.empty())
+  if (!fields.cellVectors.empty() || !fields.cellIntegers.empty() || !fields.cellScalars.empty())
     out << "CELL_DATA " << cells.size() << '\n';
+  for (const auto& [name, values] : fields.cellScalars) {
+    out << "SCALARS " << name << " double 1\nLOOKUP_TABLE default\n";
+    for (double v : values)
+      out << v << '\n';
+  }
   for (const auto& [name, values] : fields.cellVectors) {
     out << "VECTORS " << name << " double\n";
     for (const Point& v : values)
@@ -53,7 +94,9 @@ void Write(const std::string& path, const std::string& title, const std::vector<
 
 VtkFields TemperatureFields(const std::vector<double>& factor,
                             const std::vector<Point>& factorGradientFlux,
-                            const std::vector<int>& region, const TemperaturePair& pair) {
+                            const std::vector<int>& region, const TemperaturePair& pair,
+                            const std::vector<int>& reference,
+                            const std::vector<std::string>& names) {
   VtkFields fields;
   std::vector<double> celsius;
   for (double t : factor)
@@ -63,8 +106,32 @@ VtkFields TemperatureFields(const std::vector<double>& factor,
   for (const Point& q : factorGradientFlux)
     heatFlux.push_back(-pair.Difference() * q);
   fields.cellVectors = {{"heat_flux_W_per_m2", heatFlux}};
-  fields.cellIntegers = {{"material", region}};
+  std::vector<int> material;
+  for (int r : region)
+    material.push_back(r >= 0 && r < int(reference.size()) ? reference[r] : r);
+  fields.cellIntegers = {{"material", material}};
+  fields.tableIntegers = {{"material_reference", reference}};
+  fields.tableStrings = {{"material_name", names}};
   return fields;
+}
+
+std::vector<int> BuiltInReferences(const std::vector<Material>& materials) {
+  std::vector<int> references;
+  for (std::size_t m = 0; m < materials.size(); ++m)
+    references.push_back(int(m) + 1);
+  return references;
+}
+
+std::vector<std::string> MaterialNames(const std::vector<Material>& materials) {
+  std::vector<std::string> names;
+  for (const Material& m : materials)
+    names.push_back(m.name);
+  return names;
+}
+
+void WriteVtk(const std::string& path, const std::string& title, const std::vector<Point>& points,
+              const std::vector<std::array<int, 3>>& triangles, const VtkFields& fields) {
+  Write(path, title, points, triangles, 5, fields);
 }
 
 void WriteVtk(const std::string& path, const std::string& title, const TriMesh& mesh,

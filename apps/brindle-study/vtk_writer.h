@@ -2,6 +2,7 @@
 #ifndef BRINDLE_STUDY_VTK_WRITER_H
 #define BRINDLE_STUDY_VTK_WRITER_H
 
+#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,17 +13,33 @@
 namespace brindle::study {
 
 struct VtkFields {
+  // Arrays of the whole data set, e.g. the reference numbers and names of the materials.
+  std::vector<std::pair<std::string, std::vector<int>>> tableIntegers;
+  std::vector<std::pair<std::string, std::vector<std::string>>> tableStrings;
   std::vector<std::pair<std::string, std::vector<double>>> pointScalars;
+  std::vector<std::pair<std::string, std::vector<double>>> cellScalars;
   std::vector<std::pair<std::string, std::vector<Point>>> cellVectors;
   std::vector<std::pair<std::string, std::vector<int>>> cellIntegers;
 };
 
 // The fields of a solved study: temperature per vertex in degrees Celsius and as the factor the
 // solvers work in, heat flux per element for the temperature pair (heat flows from warm to cold,
-// against the factor's gradient), and the material of each element.
+// against the factor's gradient), and the material of each element as its reference number in
+// the mesh (`reference[region]`), with the materials' names in the data set's table.
 VtkFields TemperatureFields(const std::vector<double>& factor,
                             const std::vector<Point>& factorGradientFlux,
-                            const std::vector<int>& region, const TemperaturePair& pair);
+                            const std::vector<int>& region, const TemperaturePair& pair,
+                            const std::vector<int>& reference,
+                            const std::vector<std::string>& names);
+
+// Reference numbers the tool gives the materials of a model it built itself: index + 1, as in
+// the MEDIT files it writes; and the materials' names.
+std::vector<int> BuiltInReferences(const std::vector<Material>& materials);
+std::vector<std::string> MaterialNames(const std::vector<Material>& materials);
+
+// Triangles (VTK type 5) of a surface given by its own points.
+void WriteVtk(const std::string& path, const std::string& title, const std::vector<Point>& points,
+              const std::vector<std::array<int, 3>>& triangles, const VtkFields& fields);
 
 // Writes triangles (VTK type 5) or tetrahedra (type 10) with the given fields. Field names
 // must not contain blanks. Throws std::runtime_error when the file cannot be written.

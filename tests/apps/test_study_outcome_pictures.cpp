@@ -1,0 +1,105 @@
+// A solved study drawn: the engine's model adapted to the pictures, the symmetry planes of a
+// partial model found from its free faces, and the files a study leaves.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "block_mesher.h"
+#include "study_pictures.h"
+#include "volume_pictures.h"
+
+namespace brindle::study {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A 0.3 x 0.2 x 0.1 block with an environment on x = 0 and one on x = 0.3.
+TetMesh Block() {
+  return MeshBlocks({{{0, 0, 0}, {0.3, 0.2, 0.1}, 0}}, {{"brick", 0.8, Role::Solid}},
+                    {0.05, 0.05, 1.5});
+}
+
+std::vector<std::array<int, 3>> FacesAt(const TetMesh& mesh, double x) {
+  std::vector<std::array<int, 3>> faces;
+  for (const auto& t : mesh.tetrahedra)
+    for (int skip = 0; skip < 4; ++skip) {
+      std::array<int, 3> f;
+      int k = 0;
+      for (int i = 0; i < 4; ++i)
+        if (i != skip) f[k++] = t[i];
+      if (std::all_of(f.begin(), f.end(), [&](int v) { return mesh.points[v][0] == x; }))
+        faces.push_back(f);
+    }
+  return faces;
+}
+
+TEST(StudyOutcomePictures, SymmetryPlanesAreFreeBoundingPlanesNearTheColdSpot) {
+  const TetMesh mesh = Block();
+  const std::vector<std::vector<std::array<int, 3>>> used{FacesAt(mesh, 0.0), FacesAt(mesh, 0.3)};
+  EXPECT_TRUE(SymmetryPlanes(mesh, 1.0, used, {0, 0, 0}).empty());
+  const auto half = SymmetryPlanes(mesh, 2.0, used, {0, 0.2, 0.04});
+  ASSERT_EQ(half.size(), 1u);
+  EXPECT_EQ(half[0].axis, 1);
+  EXPECT_EQ(half[0].offset, 0.2);
+  const auto quarter = SymmetryPlanes(mesh, 4.0, used, {0, 0.01, 0.0});
+  ASSERT_EQ(quarter.size(), 2u);  // one per axis: z = 0 and y = 0, never the used x planes
+  EXPECT_EQ(quarter[0].axis, 2);
+  EXPECT_EQ(quarter[1].axis, 1);
+  EXPECT_EQ(quarter[1].offset, 0.0);
+}
+
+TEST(StudyOutcomePictures, SolvedStudyLeavesPicturesAndTheModelWithItsReferences) {
+  const TetMesh block = Block();
+  StudyOutcome o;
+  o.dimension = 3;
+  o.points = block.points;
+  o.elements = block.tetrahedra;
+  o.material.assign(block.tetrahedra.size(), 0);
+  o.materialNames = {"brick"};
+  o.materialIsLayer = {0};
+  o.solidVertices = block.points.size();
+  o.solidElements = block.tetrahedra.size();
+  for (const Point& p : block.points)
+    o.temperature.push_back(18.0 - 60.0 * p[0] + p[1]);
+  o.environmentNames = {"room", "outside"};
+  o.environmentTemperature = {20.0, -5.0};
+  o.environmentFaces = {FacesAt(block, 0.0), FacesAt(block, 0.3)};
+  o.coldest = {{0, 0, 0}, {0.3, 0, 0}};
+  o.warmest = {{0, 0.2, 0}, {0.3, 0.2, 0}};
+  StudyMesh mesh;
+  mesh.tetrahedronRef.assign(block.tetrahedra.size(), 7);
+
+  const fs::path folder = fs::temp_directory_path() / "brindle-study-outcome";
+  fs::remove_all(folder);
+  fs::create_directories(folder);
+  StudyPictureRequest request;
+  request.folder = folder.string();
+  request.caption = "block";
+  request.conductivity = {0.8};
+  request.symmetryFactor = 2.0;
+  const nlohmann::json record = WriteStudyPictures(o, mesh, request);
+  std::vector<std::string> names;
+  for (const auto& f : record["files"])
+    names.push_back(fs::path(f.get<std::string>()).filename().string());
+  EXPECT_EQ(names,
+            (std::vector<std::string>{"study-room.svg", "study-outside.svg", "study-section.svg",
+                                      "study-surfaces.vtk", "study.vtk"}));
+  EXPECT_EQ(record["symmetry_planes"], nlohmann::json::array({"y = 0.000 m"}));
+  EXPECT_EQ(record["surface_extremes"]["room"]["kind"], "coldest");
+  EXPECT_EQ(record["surface_extremes"]["outside"]["kind"], "warmest");
+  EXPECT_NEAR(record["surface_extremes"]["room"]["temperature_C"].get<double>(), 18.0, 1e-12);
+
+  std::ifstream in(folder / "study.vtk");
+  std::stringstream text;
+  text << in.rdbuf();
+  for (const std::string& expected :
+       {std::string("material_name 1 1 string\nbrick\n"), std::string("SCALARS reference int 1"),
+        std::string("SCALARS surface_layer int 1"), std::string("LOOKUP_TABLE default\n7\n7\n")})
+    EXPECT_NE(text.str().find(expected), std::string::npos) << expected;
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace brindle::study

@@ -1,0 +1,266 @@
+// The flat pictures: round legend ticks, the study's colour scales, isotherm tracing and banded
+// fills, and labels that stay on their isotherm, inside the picture and apart.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+
+#include "block_mesher.h"
+#include "colour_scale.h"
+#include "flat_picture.h"
+#include "geometry.h"
+#include "svg_writer.h"
+
+namespace brindle::study {
+namespace {
+
+TEST(StudyPictures, TicksAreRoundStepsInsideTheRange) {
+  struct Case {
+    double low, high;
+    int wanted;
+  };
+  for (const Case& c : {Case{-5, 20, 6}, Case{0, 119.9, 5}, Case{89.9, 119.9, 6},
+                        Case{18.77, 19.37, 8}, Case{0, 0.037, 6}, Case{-12.5, -3.2, 4}}) {
+    const std::vector<double> ticks = RoundTicks(c.low, c.high, c.wanted);
+    ASSERT_GE(ticks.size(), 2u) << c.low << " " << c.high;
+    EXPECT_LE(std::abs(int(ticks.size()) - c.wanted), 3) << c.low << " " << c.high;
+    const double step = ticks[1] - ticks[0];
+    const double mantissa = step / std::pow(10.0, std::floor(std::log10(step) + 1e-9));
+    EXPECT_TRUE(std::abs(mantissa - 1) < 1e-9 || std::abs(mantissa - 2) < 1e-9 ||
+                std::abs(mantissa - 5) < 1e-9)
+        << step;
+    for (double t : ticks) {
+      EXPECT_GE(t, c.low - 1e-12);
+      EXPECT_LE(t, c.high + 1e-12);
+      EXPECT_NEAR(t / step, std::round(t / step), 1e-6) << t;
+    }
+  }
+  EXPECT_EQ(RoundTicks(-5, 20, 6), (std::vector<double>{-5, 0, 5, 10, 15, 20}));
+  // A field held at one temperature, up to rounding, has no steps (and must not loop on them).
+  EXPECT_EQ(RoundTicks(19.0, 19.0 + 1e-13, 8), (std::vector<double>{19.0}));
+  EXPECT_EQ(TickText(15, 5), "15");
+  EXPECT_EQ(TickText(19.2, 0.1), "19.2");
+  EXPECT_EQ(RoundUp(151), 200);
+  EXPECT_EQ(RoundUp(2), 2);
+}
+
+TEST(StudyPictures, FluxScaleKeepsAUniformFieldMidScaleAndClipsHotSpots) {
+  const ColourScale uniform = FluxScale(std::vector<double>(100, 7.3), "W/m²");
+  EXPECT_EQ(uniform.low, 0.0);
+  EXPECT_EQ(uniform.high, 20.0);  // twice the median, rounded up
+  EXPECT_FALSE(uniform.clippedHigh);
+  EXPECT_NE(uniform.Colour(7.3), uniform.Colour(uniform.high));
+
+  std::vector<double> spotted(1000, 10.0);
+  for (int i = 0; i < 100; ++i)
+    spotted[i] = 40.0 + i;
+  spotted[0] = 5000.0;  // a re-entrant corner
+  const ColourScale clipped = FluxScale(spotted, "W/m²");
+  EXPECT_EQ(clipped.high, 200.0);  // the 98th percentile (138) rounded up
+  EXPECT_TRUE(clipped.clippedHigh);
+
+  const ColourScale temperatures = TemperatureScale({20.0, -5.0, 12.0});
+  EXPECT_EQ(temperatures.low, -5.0);
+  EXPECT_EQ(temperatures.high, 20.0);
+  EXPECT_EQ(temperatures.Colour(-5.0), TemperatureColour(0.0));
+  EXPECT_EQ(temperatures.Colour(30.0), TemperatureColour(1.0));
+}
+
+// A 1 x 0.5 strip of solid with a surface layer on its left, meshed by the section mesher.
+TriMesh StripWithLayer() {
+  const std::vector<Material> materials{{"solid", 1.0, Role::Solid},
+                                        {"film", 0.1, Role::WarmLayer}};
+  return MeshSection({{{-0.05, 0, 0}, {0, 0.5, 0}, 1}, {{0, 0, 0}, {1.0, 0.5, 0}, 0}}, materials,
+                     {0.02, 0.05, 1.3});
+}
+
+std::vector<double> LinearField(const TriMesh& mesh, double a, double b) {
+  std::vector<double> values;
+  for (const Point& p : mesh.points)
+    values.push_back(a * p[0] + b * p[1]);
+  return values;
+}
+
+TEST(StudyPictures, IsothermsAndBandsFollowTheFieldAndSkipSurfaceLayers) {
+  const TriMesh mesh = StripWithLayer();
+  const std::vector<char> hidden = SurfaceLayerTriangles(mesh);
+  const std::vector<double> values = LinearField(mesh, 10.0, 0.0);  // 10 per metre along x
+  const auto lines = TraceIsotherms(mesh, values, hidden, {-0.2, 2.5, 7.0});
+  EXPECT_TRUE(lines[0].empty());  // only inside the hidden layer
+  for (std::size_t l = 1; l < 3; ++l) {
+    double length = 0.0;
+    for (const Segment& s : lines[l]) {
+      EXPECT_NEAR(s[0][0], l == 1 ? 0.25 : 0.7, 1e-12);
+      length += Norm(s[1] - s[0]);
+    }
+    EXPECT_NEAR(length, 0.5, 1e-12);
+  }
+  EXPECT_EQ(RoundLevels(mesh, values, hidden, 9), (std::vector<double>{1, 2, 3, 4, 5, 6, 7, 8, 9}));
+
+  // The bands of a triangle cover it exactly.
+  const std::array<Point, 3> p{Point{0, 0, 0}, Point{2, 0, 0}, Point{0, 1, 0}};
+  const std::array<double, 3> v{0.0, 4.0, 1.0};
+  auto area = [](const std::vector<Point>& poly) {
+    double twice = 0.0;
+    for (std::size_t i = 0; i < poly.size(); ++i)
+      twice += Cross(poly[i], poly[(i + 1) % poly.size()])[2];
+    return 0.5 * twice;
+  };
+  double covered = 0.0;
+  for (double low = -1.0; low < 5.0; low += 0.75)
+    covered += area(ClipToBand(p, v, low, low + 0.75));
+  EXPECT_NEAR(covered, 1.0, 1e-12);
+  EXPECT_TRUE(ClipToBand(p, v, 5.0, 6.0).empty());
+}
+
+struct Box {
+  double x, y, width, height;
+};
+
+// The number in attribute `name` of the tag that starts at `from`.
+double Attribute(const std::string& svg, std::size_t from, const std::string& name) {
+  const std::size_t at = svg.find(" " + name + "=\"", from);
+  return std::stod(svg.substr(at + name.size() + 3));
+}
+
+// The label boxes of an SVG picture: a rounded rect followed by its text.
+std::vector<std::pair<Box, std::string>> Labels(const std::string& svg) {
+  std::vector<std::pair<Box, std::string>> found;
+  for (std::size_t at = svg.find(" rx=\"3\""); at != std::string::npos;
+       at = svg.find(" rx=\"3\"", at + 1)) {
+    const std::size_t rect = svg.rfind("<rect", at);
+    const std::size_t text = svg.find('>', svg.find("<text", at)) + 1;
+    found.push_back({{Attribute(svg, rect, "x"), Attribute(svg, rect, "y"),
+                      Attribute(svg, rect, "width"), Attribute(svg, rect, "height")},
+                     svg.substr(text, svg.find("</text>", text) - text)});
+  }
+  return found;
+}
+
+// The words of path data, with its commands as blanks.
+std::string PathNumbers(std::string d) {
+  for (char& c : d)
+    if (c == 'M' || c == 'L' || c == 'Z') c = ' ';
+  return d;
+}
+
+TEST(StudyPictures, IsothermLabelsSitOnTheirLineInsideThePictureAndApart) {
+  const TriMesh mesh = StripWithLayer();
+  // A steep field: 21 isotherms 4.5 cm apart, far closer than their labels are wide.
+  const std::vector<double> values = LinearField(mesh, 20.0, 1.0);
+  SvgPicture picture =
+      TemperaturePicture(mesh, values, TemperatureScale({0.0, 20.5}), 19, {"strip"});
+  ASSERT_GE(picture.isotherms.size(), 15u);
+  picture.markers.push_back({Point{0.0, 0.25, 0}, "coldest 1.0 °C, f = 0.100"});
+  const std::string svg = SvgText(mesh, picture);
+  const double width = Attribute(svg, 0, "width"), height = Attribute(svg, 0, "height");
+  const auto labels = Labels(svg);
+  ASSERT_GE(labels.size(), picture.isotherms.size() / 2);
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    const Box& a = labels[i].first;
+    EXPECT_GE(a.x, 0.0);
+    EXPECT_GE(a.y, 0.0);
+    EXPECT_LE(a.x + a.width, width);
+    EXPECT_LE(a.y + a.height, height);
+    for (std::size_t j = i + 1; j < labels.size(); ++j) {
+      const Box& b = labels[j].first;
+      const bool apart = a.x + a.width <= b.x || b.x + b.width <= a.x || a.y + a.height <= b.y ||
+                         b.y + b.height <= a.y;
+      EXPECT_TRUE(apart) << labels[i].second << " and " << labels[j].second;
+    }
+  }
+  // Each isotherm label's centre lies on its own line, as drawn: the isotherm paths come in
+  // the order of the picture's isotherms.
+  const std::string path = "stroke=\"#1a1a1a\" stroke-width=\"0.9\" d=\"";
+  std::vector<std::vector<std::array<double, 4>>> drawn;
+  for (std::size_t at = svg.find(path); at != std::string::npos; at = svg.find(path, at + 1)) {
+    drawn.emplace_back();
+    const std::size_t start = at + path.size();
+    std::istringstream d(PathNumbers(svg.substr(start, svg.find('"', start) - start)));
+    std::array<double, 4> s;
+    while (d >> s[0] >> s[1] >> s[2] >> s[3])
+      drawn.back().push_back(s);
+  }
+  ASSERT_EQ(drawn.size(), picture.isotherms.size());
+  int checked = 0;
+  for (const auto& [box, text] : labels) {
+    const auto iso = std::find_if(picture.isotherms.begin(), picture.isotherms.end(),
+                                  [&](const SvgIsotherm& s) { return s.label == text; });
+    if (iso == picture.isotherms.end()) continue;  // the marker's label
+    const double cx = box.x + box.width / 2, cy = box.y + box.height / 2;
+    double nearest = 1e9;
+    for (const auto& s : drawn[iso - picture.isotherms.begin()]) {
+      const double dx = s[2] - s[0], dy = s[3] - s[1];
+      const double t = std::clamp(
+          ((cx - s[0]) * dx + (cy - s[1]) * dy) / std::max(dx * dx + dy * dy, 1e-12), 0.0, 1.0);
+      nearest = std::min(nearest, std::hypot(s[0] + t * dx - cx, s[1] + t * dy - cy));
+    }
+    EXPECT_LT(nearest, 0.5) << text;
+    ++checked;
+  }
+  EXPECT_GE(checked, int(picture.isotherms.size()) / 2);
+  EXPECT_NE(svg.find("surface-resistance layers"), std::string::npos);
+}
+
+// Signed areas of the loops of path data made of "M x y", "L x y" and "Z".
+std::vector<double> LoopAreas(const std::string& d) {
+  std::string spaced;
+  for (char c : d)
+    spaced += (c == 'M' || c == 'L' || c == 'Z') ? std::string(" ") + c + " " : std::string(1, c);
+  std::istringstream in(spaced);
+  std::vector<double> areas;
+  std::vector<std::array<double, 2>> loop;
+  std::string command;
+  while (in >> command) {
+    if (command == "Z") {
+      double twice = 0.0;
+      for (std::size_t i = 0; i < loop.size(); ++i) {
+        const auto& a = loop[i];
+        const auto& b = loop[(i + 1) % loop.size()];
+        twice += a[0] * b[1] - a[1] * b[0];
+      }
+      areas.push_back(0.5 * twice);
+      loop.clear();
+      continue;
+    }
+    std::array<double, 2> p;
+    in >> p[0] >> p[1];
+    loop.push_back(p);
+  }
+  return areas;
+}
+
+TEST(StudyPictures, RegionOutlineCoversItsTrianglesHolesIncluded) {
+  // A 4 x 4 block of cells with its middle 2 x 2 left out: one outer loop and one hole.
+  const std::vector<Material> materials{{"a", 1.0, Role::Solid}};
+  const TriMesh mesh = MeshSection({{{0, 0, 0}, {4, 4, 0}, 0}}, materials, {1.0, 1.0, 1.0});
+  std::vector<int> ring;
+  for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
+    Point centre{0, 0, 0};
+    for (int v : mesh.triangles[f])
+      centre = centre + (1.0 / 3.0) * mesh.points[v];
+    if (!(centre[0] > 1 && centre[0] < 3 && centre[1] > 1 && centre[1] < 3)) ring.push_back(int(f));
+  }
+  const auto xy = [](const Point& p) { return SvgNumber(p[0], 3) + " " + SvgNumber(p[1], 3); };
+  const std::vector<double> areas = LoopAreas(RegionPath(mesh, ring, xy));
+  ASSERT_EQ(areas.size(), 2u);
+  EXPECT_NEAR(areas[0] + areas[1], 12.0, 1e-9);  // outer 16 counter-clockwise, hole -4
+  EXPECT_NEAR(std::max(areas[0], areas[1]), 16.0, 1e-9);
+  EXPECT_TRUE(RegionPath(mesh, {}, xy).empty());
+}
+
+TEST(StudyPictures, PlaceLabelsGivesUpRatherThanOverlapping) {
+  const LabelBox area{50, 50, 100, 100};
+  // Three labels that can only go to the same two spots, one of which is taken already.
+  const std::vector<std::vector<std::array<double, 2>>> candidates(3, {{30, 30}, {70, 70}});
+  const std::vector<std::array<double, 2>> targets(3, {50, 50}), sizes(3, {30, 15});
+  const auto chosen =
+      PlaceLabels(candidates, targets, sizes, area, {{30, 30, 10, 10}}, {{}, {}, {}});
+  EXPECT_EQ(chosen, (std::vector<int>{1, -1, -1}));
+  // A label wider than the picture never goes in.
+  EXPECT_EQ(PlaceLabels({{{50, 50}}}, {{50, 50}}, {{120, 15}}, area, {}, {{}})[0], -1);
+}
+
+}  // namespace
+}  // namespace brindle::study
