@@ -5,10 +5,11 @@
 #include <filesystem>
 
 namespace brindle::study {
-StudyMesh LoadStudyMesh(const StudySpec& spec, const std::string& baseDir) {
+StudyMesh LoadStudyMesh(const StudyDefinition& definition, const std::string& baseDir) {
   const std::filesystem::path base(baseDir);
-  if (!spec.geometry.empty()) return MeshGeometry((base / spec.geometry).string(), spec.meshSize);
-  return ReadStudyMesh((base / spec.mesh).string());
+  if (!definition.geometry.empty())
+    return MeshGeometry((base / definition.geometry).string(), definition.meshSize);
+  return ReadStudyMesh((base / definition.mesh).string());
 }
 
 }  // namespace brindle::study

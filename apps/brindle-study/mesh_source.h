@@ -11,7 +11,7 @@
 namespace brindle::study {
 
 // Reads the study's "mesh" (or meshes its "geometry"), relative to baseDir.
-StudyMesh LoadStudyMesh(const StudySpec& spec, const std::string& baseDir);
+StudyMesh LoadStudyMesh(const StudyDefinition& definition, const std::string& baseDir);
 
 }  // namespace brindle::study
 

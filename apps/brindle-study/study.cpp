@@ -49,19 +49,19 @@ nlohmann::json InputsJson(const Options& options) {
 nlohmann::json RunUserStudy(const nlohmann::json& study, const std::string& baseDir,
                             const std::string& source, const Options& options,
                             const Progress& progress) {
-  const StudySpec spec = ParseStudy(study, source);
+  const StudyDefinition definition = ParseStudy(study, source);
   StudyMesh mesh;
   {
     const LibraryOutputToLog quiet(LibraryLogPath(options));  // meshing may talk too
-    mesh = LoadStudyMesh(spec, baseDir);
+    mesh = LoadStudyMesh(definition, baseDir);
   }
   const SolvedStudy solved = RunStudyWithOutcome(study, &mesh, baseDir, options.output, source);
   StudyPictureRequest request;
   request.folder = options.output;
   request.caption = source;
-  for (const auto& material : spec.materials)
+  for (const auto& material : definition.materials)
     request.conductivity.push_back(material.second);
-  request.symmetryFactor = spec.symmetryFactor;
+  request.symmetryFactor = definition.symmetryFactor;
   request.isotherms = options.levels;
   request.sectionGiven = options.sectionGiven;
   request.section = {options.sectionAxis, options.sectionOffset};

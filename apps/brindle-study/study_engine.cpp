@@ -44,20 +44,20 @@ std::vector<int> Resolve(const StudyMesh& mesh, int dimension, const std::vector
   }
 }
 
-Assembled Assemble(const StudySpec& spec, const StudyMesh& mesh) {
+Assembled Assemble(const StudyDefinition& definition, const StudyMesh& mesh) {
   const int dimension = mesh.dimension;
-  const std::string& source = spec.source;
+  const std::string& source = definition.source;
   Assembled a;
   a.solid.dimension = dimension;
   a.solid.points.reserve(mesh.vertices.size());
   for (const Point& p : mesh.vertices)
-    a.solid.points.push_back(spec.metresPerUnit * p);
+    a.solid.points.push_back(definition.metresPerUnit * p);
   const std::vector<int>& elementRef = dimension == 3 ? mesh.tetrahedronRef : mesh.triangleRef;
   if (elementRef.empty())
     throw StudyFileError(source + ": mesh: has no " +
                          std::string(dimension == 3 ? "tetrahedra" : "triangles"));
   std::map<int, int> materialOfRef;
-  for (const auto& [key, conductivity] : spec.materials) {
+  for (const auto& [key, conductivity] : definition.materials) {
     const int index = static_cast<int>(a.solid.conductivity.size());
     for (int ref : Resolve(mesh, dimension, {key}, "material", source + ": materials: " + key)) {
       if (materialOfRef.count(ref))
@@ -92,7 +92,7 @@ Assembled Assemble(const StudySpec& spec, const StudyMesh& mesh) {
     for (const auto& t : mesh.triangles)
       a.solid.elements.push_back({t[0], t[1], t[2], -1});
   }
-  for (const EnvironmentSpec& e : spec.environments) {
+  for (const EnvironmentSpec& e : definition.environments) {
     EnvironmentFaces faces{e.name, e.surfaceResistance, {}};
     const auto refs =
         Resolve(mesh, dimension - 1, e.boundaries, "boundary of environment " + e.name,
@@ -179,10 +179,10 @@ Extremes SurfaceExtremes(const std::vector<int>& vertices, const std::vector<dou
 }
 
 // Coupling coefficient between two environments minus the reference flows.
-json ReferenceFigure(const ReferenceSpec& r, const StudySpec& spec, const json& coupling,
-                     bool threeD) {
-  const std::string a = r.between.empty() ? spec.environments[0].name : r.between[0];
-  const std::string b = r.between.empty() ? spec.environments[1].name : r.between[1];
+json ReferenceFigure(const ReferenceSpec& r, const StudyDefinition& definition,
+                     const json& coupling, bool threeD) {
+  const std::string a = r.between.empty() ? definition.environments[0].name : r.between[0];
+  const std::string b = r.between.empty() ? definition.environments[1].name : r.between[1];
   const double l = coupling[a][b].get<double>();
   double reference = 0.0;
   for (std::size_t i = 0; i < r.u.size(); ++i)
@@ -196,7 +196,7 @@ json ReferenceFigure(const ReferenceSpec& r, const StudySpec& spec, const json& 
           {"unit", threeD ? "W/K" : "W/(m K)"}};
 }
 
-StudyOutcome Outcome(const StudySpec& spec, LayeredModel&& model,
+StudyOutcome Outcome(const StudyDefinition& definition, LayeredModel&& model,
                      const std::vector<std::string>& solidMaterialNames,
                      std::vector<double>&& temperature) {
   StudyOutcome o;
@@ -208,12 +208,12 @@ StudyOutcome Outcome(const StudySpec& spec, LayeredModel&& model,
   o.materialIsLayer.assign(solidMaterialNames.size(), 0);
   o.materialConductivity = model.conductivity;
   o.fixedBy = std::move(model.fixedBy);
-  for (std::size_t e = 0; e < spec.environments.size(); ++e)
+  for (std::size_t e = 0; e < definition.environments.size(); ++e)
     if (model.layerMaterialOf[e] >= 0) {
-      o.materialNames.push_back("surface layer " + spec.environments[e].name);
+      o.materialNames.push_back("surface layer " + definition.environments[e].name);
       o.materialIsLayer.push_back(1);
     }
-  for (const EnvironmentSpec& e : spec.environments) {
+  for (const EnvironmentSpec& e : definition.environments) {
     o.environmentNames.push_back(e.name);
     o.environmentTemperature.push_back(e.temperature);
   }
@@ -227,29 +227,29 @@ StudyOutcome Outcome(const StudySpec& spec, LayeredModel&& model,
 
 }  // namespace
 
-SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh) {
+SolvedStudy SolveStudy(const StudyDefinition& definition, const StudyMesh& mesh) {
   const bool threeD = mesh.dimension == 3;
   const auto start = std::chrono::steady_clock::now();
   auto seconds = [&start] {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   };
-  Assembled assembled = Assemble(spec, mesh);
+  Assembled assembled = Assemble(definition, mesh);
   const std::size_t meshVertices = assembled.solid.points.size();
   LayeredModel model = BuildLayeredModel(std::move(assembled.solid), assembled.faces);
   const double layersReady = seconds();
   const UnitFields fields = SolveUnitFields(model);
   const auto reaction = Reactions(model, fields);
-  const std::size_t n = spec.environments.size();
+  const std::size_t n = definition.environments.size();
   std::vector<double> airTemperature;
-  for (const auto& e : spec.environments)
+  for (const auto& e : definition.environments)
     airTemperature.push_back(e.temperature);
   std::vector<double> temperature = Superpose(fields, airTemperature);
   const double lowestAir = *std::min_element(airTemperature.begin(), airTemperature.end());
-  const double sf = spec.symmetryFactor;
+  const double sf = definition.symmetryFactor;
 
   json s;
   s["dimension"] = mesh.dimension;
-  s["length_unit"] = spec.lengthUnit;
+  s["length_unit"] = definition.lengthUnit;
   s["symmetry_factor"] = sf;
   json coupling = json::object();
   double largest = 0.0, asymmetry = 0.0;
@@ -261,14 +261,14 @@ SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh) {
   for (std::size_t e = 0; e < n; ++e)
     for (std::size_t f = 0; f < n; ++f)
       if (e != f)
-        coupling[spec.environments[e].name][spec.environments[f].name] =
+        coupling[definition.environments[e].name][definition.environments[f].name] =
             -0.5 * sf * (reaction[e][f] + reaction[f][e]);
   json environments = json::object();
   json weighting = json::object();
   std::vector<Point> coldest, warmest;
   double balance = 0.0;
   for (std::size_t e = 0; e < n; ++e) {
-    const EnvironmentSpec& env = spec.environments[e];
+    const EnvironmentSpec& env = definition.environments[e];
     double flow = 0.0;
     for (std::size_t f = 0; f < n; ++f)
       flow += reaction[e][f] * airTemperature[f];
@@ -290,7 +290,7 @@ SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh) {
     warmest.push_back(model.points[x.highVertex]);
     json g = json::object();
     for (std::size_t f = 0; f < n; ++f)
-      g[spec.environments[f].name] = fields.field[f][x.lowVertex];
+      g[definition.environments[f].name] = fields.field[f][x.lowVertex];
     weighting[env.name] = g;
   }
   s["environments"] = environments;
@@ -299,15 +299,18 @@ SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh) {
   s["coupling_coefficients"] = coupling;
   s["coupling_unit"] = threeD ? "W/K" : "W/(m K)";
   s["weighting_factors"] = weighting;
-  if (spec.psi && !threeD) s["psi"] = ReferenceFigure(*spec.psi, spec, coupling, false);
-  if (spec.chi && threeD) s["chi"] = ReferenceFigure(*spec.chi, spec, coupling, true);
-  if (spec.psi && threeD)
-    throw StudyFileError(spec.source + ": psi: a 3-D study gives \"chi\" instead");
-  if (spec.chi && !threeD)
-    throw StudyFileError(spec.source + ": chi: a 2-D study gives \"psi\" instead");
+  if (definition.psi && !threeD)
+    s["psi"] = ReferenceFigure(*definition.psi, definition, coupling, false);
+  if (definition.chi && threeD)
+    s["chi"] = ReferenceFigure(*definition.chi, definition, coupling, true);
+  if (definition.psi && threeD)
+    throw StudyFileError(definition.source + ": psi: a 3-D study gives \"chi\" instead");
+  if (definition.chi && !threeD)
+    throw StudyFileError(definition.source + ": chi: a 2-D study gives \"psi\" instead");
   json probes = json::object();
-  for (const auto& [label, at] : spec.probes)
-    probes[label] = Probe(model, temperature, spec.metresPerUnit * at, label, spec.source);
+  for (const auto& [label, at] : definition.probes)
+    probes[label] =
+        Probe(model, temperature, definition.metresPerUnit * at, label, definition.source);
   s["probes"] = probes;
   s["mesh"] = {{"vertices", meshVertices},
                {"elements", model.solidElements},
@@ -326,7 +329,8 @@ SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh) {
   s["solver"]["results_seconds"] = seconds() - layersReady - fields.seconds;
   SolvedStudy solved;
   solved.summary = std::move(s);
-  solved.outcome = Outcome(spec, std::move(model), assembled.materialNames, std::move(temperature));
+  solved.outcome =
+      Outcome(definition, std::move(model), assembled.materialNames, std::move(temperature));
   solved.outcome.coldest = coldest;
   solved.outcome.warmest = warmest;
   return solved;

@@ -43,7 +43,7 @@ struct SolvedStudy {
 };
 
 // Solves a checked study on a mesh (in the study's length unit).
-SolvedStudy SolveStudy(const StudySpec& spec, const StudyMesh& mesh);
+SolvedStudy SolveStudy(const StudyDefinition& definition, const StudyMesh& mesh);
 
 // The study as JSON; with mesh == nullptr the mesh named by the study is read (paths relative
 // to baseDir). Writes the study's files into outputDir, prints the report and returns the

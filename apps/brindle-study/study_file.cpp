@@ -118,8 +118,8 @@ ReferenceSpec ParseReference(const json& value, const std::string& source, const
 
 }  // namespace
 
-StudySpec ParseStudy(const json& study, const std::string& source) {
-  StudySpec s;
+StudyDefinition ParseStudy(const json& study, const std::string& source) {
+  StudyDefinition s;
   s.source = source;
   if (!study.is_object()) Fail(source, "(top level)", "expected a JSON object");
   CheckKeys(study,

@@ -36,7 +36,7 @@ struct ReferenceSpec {
   std::vector<double> lengths;       // 3-D: their lengths, m
 };
 
-struct StudySpec {
+struct StudyDefinition {
   std::string source;    // the study file, for messages
   std::string mesh;      // path as written in the file
   std::string geometry;  // .geo path, meshed with mesh_size
@@ -53,7 +53,7 @@ struct StudySpec {
 };
 
 // Checks a parsed study; `source` names it in messages.
-StudySpec ParseStudy(const nlohmann::json& study, const std::string& source);
+StudyDefinition ParseStudy(const nlohmann::json& study, const std::string& source);
 
 // Reads and parses a study file (JSON syntax errors become StudyFileError).
 nlohmann::json ReadStudyFile(const std::string& path);

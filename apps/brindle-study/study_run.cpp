@@ -126,12 +126,12 @@ void WriteOutcomeVtk(const std::string& path, const StudyOutcome& o) {
 SolvedStudy RunStudyWithOutcome(const json& study, const StudyMesh* mesh,
                                 const std::string& baseDir, const std::string& outputDir,
                                 const std::string& source) {
-  const StudySpec spec = ParseStudy(study, source);
+  const StudyDefinition definition = ParseStudy(study, source);
   StudyMesh loaded;
   double readSeconds = 0.0;
   if (!mesh) {
     const auto start = std::chrono::steady_clock::now();
-    loaded = LoadStudyMesh(spec, baseDir);
+    loaded = LoadStudyMesh(definition, baseDir);
     readSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     mesh = &loaded;
   }
@@ -139,13 +139,13 @@ SolvedStudy RunStudyWithOutcome(const json& study, const StudyMesh* mesh,
   const std::string log = outputDir.empty() ? std::string() : outputDir + "/library.log";
   SolvedStudy solved = [&] {
     const LibraryOutputToLog quiet(log);
-    return SolveStudy(spec, *mesh);
+    return SolveStudy(definition, *mesh);
   }();
   solved.summary["solver"]["read_seconds"] = readSeconds;
-  if (spec.checkConvergence) {
+  if (definition.checkConvergence) {
     const SolvedStudy fine = [&] {
       const LibraryOutputToLog quiet(log);
-      return SolveStudy(spec, RefineUniformly(*mesh));
+      return SolveStudy(definition, RefineUniformly(*mesh));
     }();
     const json changes = Changes(solved.summary, fine.summary);
     double largest = 0.0;

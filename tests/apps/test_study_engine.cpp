@@ -60,8 +60,8 @@ void ExpectWallUValue(const StudyMesh& metres, double crossSection) {
   const double expected = wall.UValue() * crossSection * 25.0;
   for (const auto& [unit, scale] : {std::pair<const char*, double>{"m", 1.0}, {"mm", 1000.0}}) {
     SCOPED_TRACE(unit);
-    const StudySpec spec = ParseStudy(WallStudy(wall, unit), "wall.json");
-    const SolvedStudy solved = SolveStudy(spec, ScaledMesh(metres, scale));
+    const StudyDefinition definition = ParseStudy(WallStudy(wall, unit), "wall.json");
+    const SolvedStudy solved = SolveStudy(definition, ScaledMesh(metres, scale));
     const json& e = solved.summary["environments"];
     EXPECT_NEAR(e["inside"]["heat_flow"].get<double>() / expected, 1.0, 1e-3);
     EXPECT_NEAR(e["outside"]["heat_flow"].get<double>() / -expected, 1.0, 1e-3);
@@ -201,12 +201,14 @@ TEST(StudyEngine, CornerLayersJoinLikeTheSection) {
       {"environments",
        {{"inside", {{"temperature", 20.0}, {"surface_resistance", 0.13}, {"boundaries", {1}}}},
         {"outside", {{"temperature", 0.0}, {"surface_resistance", 0.04}, {"boundaries", {2}}}}}}};
-  const StudySpec spec = ParseStudy(study, "corner.json");
+  const StudyDefinition definition = ParseStudy(study, "corner.json");
   const MeshSizes sizes{0.01, 0.04, 1.4};
   const json section =
-      SolveStudy(spec, BlockStudyMesh(MeshSection(corner(0.0), materials, sizes), tag)).summary;
+      SolveStudy(definition, BlockStudyMesh(MeshSection(corner(0.0), materials, sizes), tag))
+          .summary;
   const json block =
-      SolveStudy(spec, BlockStudyMesh(MeshBlocks(corner(0.1), materials, sizes), tag)).summary;
+      SolveStudy(definition, BlockStudyMesh(MeshBlocks(corner(0.1), materials, sizes), tag))
+          .summary;
   const double perMetre = section["environments"]["inside"]["heat_flow"].get<double>();
   const double extruded = block["environments"]["inside"]["heat_flow"].get<double>() / 0.1;
   EXPECT_NEAR(extruded / perMetre, 1.0, 2e-3);

@@ -24,7 +24,7 @@ json GoodStudy() {
 }
 
 TEST(StudyFile, ReadsEveryKey) {
-  const StudySpec s = ParseStudy(GoodStudy(), "wall.json");
+  const StudyDefinition s = ParseStudy(GoodStudy(), "wall.json");
   EXPECT_EQ(s.mesh, "wall.msh");
   EXPECT_DOUBLE_EQ(s.metresPerUnit, 0.001);
   ASSERT_EQ(s.materials.size(), 2u);
