@@ -50,11 +50,7 @@ StudyMesh BlockStudyMesh(const TetMesh& mesh, const FaceTagger& tag) {
   std::map<std::array<int, 3>, Point> inner;
   for (const auto& t : mesh.tetrahedra)
     for (int skip = 0; skip < 4; ++skip) {
-      std::array<int, 3> key;
-      int k = 0;
-      for (int i = 0; i < 4; ++i)
-        if (i != skip) key[k++] = t[i];
-      std::sort(key.begin(), key.end());
+      const std::array<int, 3> key = SortedFace(t, skip);
       inner[key] = mesh.points[t[skip]];
     }
   for (const auto& [key, entry] : OutsideFaces<3>(mesh.tetrahedra)) {

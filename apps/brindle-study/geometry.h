@@ -2,6 +2,8 @@
 #ifndef BRINDLE_STUDY_GEOMETRY_H
 #define BRINDLE_STUDY_GEOMETRY_H
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "model.h"
@@ -25,6 +27,17 @@ inline Point Cross(const Point& a, const Point& b) {
 }
 inline double Norm(const Point& a) {
   return std::sqrt(Dot(a, a));
+}
+
+// The face of a tetrahedron opposite its corner `skip`, corners sorted: the key on which the two
+// tetrahedra sharing a face agree.
+inline std::array<int, 3> SortedFace(const std::array<int, 4>& tet, int skip) {
+  std::array<int, 3> key;
+  int k = 0;
+  for (int i = 0; i < 4; ++i)
+    if (i != skip) key[k++] = tet[i];
+  std::sort(key.begin(), key.end());
+  return key;
 }
 
 }  // namespace brindle::study

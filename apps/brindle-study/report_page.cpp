@@ -6,27 +6,12 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "svg_writer.h"
+
 namespace brindle::study {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Html(const std::string& text) {
-  std::string out;
-  for (char c : text) {
-    if (c == '<')
-      out += "&lt;";
-    else if (c == '>')
-      out += "&gt;";
-    else if (c == '&')
-      out += "&amp;";
-    else if (c == '"')
-      out += "&quot;";
-    else
-      out += c;
-  }
-  return out;
-}
 
 std::string ValueText(const nlohmann::ordered_json& value) {
   if (value.is_string()) return value.get<std::string>();
@@ -55,7 +40,8 @@ void Rows(std::string& out, const std::string& prefix, const nlohmann::ordered_j
       Rows(out, prefix.empty() ? key : prefix + " / " + key, member);
     return;
   }
-  out += "<tr><th>" + Html(prefix) + "</th><td>" + Html(ValueText(value)) + "</td></tr>\n";
+  out +=
+      "<tr><th>" + XmlEscape(prefix) + "</th><td>" + XmlEscape(ValueText(value)) + "</td></tr>\n";
 }
 
 std::string Table(const nlohmann::ordered_json& value) {
@@ -96,9 +82,10 @@ std::string EnvironmentTable(const nlohmann::ordered_json& environments) {
     out += std::string("<th>") + column.second + "</th>";
   out += "</tr>\n";
   for (const auto& [name, e] : environments.items()) {
-    out += "<tr><th>" + Html(name) + "</th>";
+    out += "<tr><th>" + XmlEscape(name) + "</th>";
     for (const auto& column : kColumns)
-      out += "<td>" + (e.contains(column.first) ? Html(ValueText(e[column.first])) : "") + "</td>";
+      out += "<td>" + (e.contains(column.first) ? XmlEscape(ValueText(e[column.first])) : "") +
+             "</td>";
     out += "</tr>\n";
   }
   return out + "</table>\n";
@@ -150,10 +137,10 @@ std::string ReportHtml(const nlohmann::ordered_json& summary,
       "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
       "<title>brindle-study report</title>\n<style>" +
       std::string(kStyle) + "</style>\n</head>\n<body>\n<h1>Thermal-bridge study</h1>\n";
-  out += "<p>brindle-study " + Html(version) + "</p>\n";
+  out += "<p>brindle-study " + XmlEscape(version) + "</p>\n";
   if (summary.contains("inputs")) out += "<h2>Inputs</h2>\n" + Table(summary["inputs"]);
   for (const ReportStudy& study : studies) {
-    out += "<h2>" + Html(study.heading) + "</h2>\n";
+    out += "<h2>" + XmlEscape(study.heading) + "</h2>\n";
     if (summary.contains(study.key)) {
       nlohmann::ordered_json results = nlohmann::ordered_json::object();
       nlohmann::ordered_json checks = nlohmann::ordered_json::object();
@@ -169,7 +156,7 @@ std::string ReportHtml(const nlohmann::ordered_json& summary,
       if (!checks.empty()) out += "<h3>Mesh and convergence checks</h3>\n" + Table(checks);
     }
     for (const ReportFigure& figure : study.figures)
-      out += "<figure>\n" + InlineSvg(figure.path) + "<figcaption>" + Html(figure.caption) +
+      out += "<figure>\n" + InlineSvg(figure.path) + "<figcaption>" + XmlEscape(figure.caption) +
              "</figcaption>\n</figure>\n";
   }
   return out + "</body>\n</html>\n";

@@ -209,11 +209,7 @@ std::vector<AxisPlane> SymmetryPlanes(const TetMesh& solid, double symmetryFacto
   std::map<std::array<int, 3>, int> count;
   for (const auto& t : solid.tetrahedra)
     for (int skip = 0; skip < 4; ++skip) {
-      std::array<int, 3> key;
-      int k = 0;
-      for (int i = 0; i < 4; ++i)
-        if (i != skip) key[k++] = t[i];
-      std::sort(key.begin(), key.end());
+      const std::array<int, 3> key = SortedFace(t, skip);
       ++count[key];
     }
   for (const auto& faces : used)

@@ -98,7 +98,7 @@ std::string SurfaceSvgText(const SurfaceScene& scene) {
   for (std::size_t i = 0; i < scene.title.size(); ++i)
     out += "<text x=\"" + SvgNumber(kMargin) + "\" y=\"" +
            SvgNumber(kMargin + kTitleLine * (i + 0.8)) + "\" font-size=\"" +
-           (i == 0 ? "15" : "12") + "\">" + SvgEscape(scene.title[i]) + "</text>\n";
+           (i == 0 ? "15" : "12") + "\">" + XmlEscape(scene.title[i]) + "</text>\n";
 
   // Contours at round temperatures of this surface's own range show the shape of a cold or warm
   // spot that the study's colour scale can only hint at.
@@ -263,7 +263,7 @@ std::string SurfaceSvgText(const SurfaceScene& scene) {
            "\" width=\"" + SvgNumber(w) + "\" height=\"" + SvgNumber(h) +
            "\" rx=\"3\" fill=\"white\" stroke=\"black\" stroke-width=\"0.8\"/><text x=\"" +
            SvgNumber(box.x) + "\" y=\"" + SvgNumber(box.y + 4.5) +
-           "\" font-size=\"12\" text-anchor=\"middle\">" + SvgEscape(marker.label) + "</text>\n";
+           "\" font-size=\"12\" text-anchor=\"middle\">" + XmlEscape(marker.label) + "</text>\n";
     occupied.push_back(box);
   }
 

@@ -70,7 +70,7 @@ std::string LabelSvg(const LabelBox& box, const std::string& text, const std::st
          SvgNumber(box.y - box.height / 2) + "\" width=\"" + SvgNumber(box.width) + "\" height=\"" +
          SvgNumber(box.height) + "\" rx=\"3\" fill=\"white\" fill-opacity=\"0.9\" stroke=\"" +
          stroke + "\" stroke-width=\"0.6\"/>\n<text x=\"" + SvgNumber(box.x) + "\" y=\"" +
-         SvgNumber(box.y + 4) + "\" font-size=\"11\" text-anchor=\"middle\">" + SvgEscape(text) +
+         SvgNumber(box.y + 4) + "\" font-size=\"11\" text-anchor=\"middle\">" + XmlEscape(text) +
          "</text>\n";
 }
 
@@ -89,7 +89,7 @@ std::string SvgColour(const Rgb& c) {
   return text;
 }
 
-std::string SvgEscape(const std::string& text) {
+std::string XmlEscape(const std::string& text) {
   std::string out;
   for (char c : text) {
     if (c == '<')
@@ -212,7 +212,7 @@ double SvgLegend(std::string& out, const ColourScale& scale, double lx, double t
   const double barHeight = 240, barWidth = 24;
   for (std::size_t i = 0; i < scale.title.size(); ++i)
     out += "<text x=\"" + SvgNumber(lx) + "\" y=\"" + SvgNumber(top + 14.0 * i + 10) +
-           "\" font-size=\"12\">" + SvgEscape(scale.title[i]) + "</text>\n";
+           "\" font-size=\"12\">" + XmlEscape(scale.title[i]) + "</text>\n";
   const double ly = top + 14.0 * scale.title.size() + 10;
   constexpr int kSteps = 64;
   for (int s = 0; s < kSteps; ++s) {
@@ -267,7 +267,7 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
   for (std::size_t i = 0; i < picture.title.size(); ++i)
     out += "<text x=\"" + SvgNumber(kMargin) + "\" y=\"" +
            SvgNumber(kMargin + kTitleLine * (i + 0.8)) + "\" font-size=\"" +
-           (i == 0 ? "15" : "12") + "\">" + SvgEscape(picture.title[i]) + "</text>\n";
+           (i == 0 ? "15" : "12") + "\">" + XmlEscape(picture.title[i]) + "</text>\n";
 
   // One path per colour, whole triangles merged into their outline, keeps the file small; a
   // stroke of the fill colour hides the seams.
@@ -383,7 +383,7 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
       if (Norm(s[1] - s[0]) > Norm((*longest)[1] - (*longest)[0])) longest = &s;
     const Point mid = 0.5 * ((*longest)[0] + (*longest)[1]);
     out += "<text x=\"" + view.X(mid[0]) + "\" y=\"" + SvgNumber(view.Py(mid[1]) - 6) +
-           "\" font-size=\"11\" fill=\"#0050b4\" text-anchor=\"middle\">" + SvgEscape(guide.label) +
+           "\" font-size=\"11\" fill=\"#0050b4\" text-anchor=\"middle\">" + XmlEscape(guide.label) +
            "</text>\n";
   }
 
@@ -391,9 +391,9 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
   const double ax = kMargin + 6, ay = totalHeight - kMargin - 6;
   out += "<path stroke=\"#444\" fill=\"none\" d=\"M" + SvgNumber(ax) + " " + SvgNumber(ay) +
          "h30M" + SvgNumber(ax) + " " + SvgNumber(ay) + "v-30\"/><text x=\"" + SvgNumber(ax + 34) +
-         "\" y=\"" + SvgNumber(ay + 4) + "\" font-size=\"11\">" + SvgEscape(picture.axes[0]) +
+         "\" y=\"" + SvgNumber(ay + 4) + "\" font-size=\"11\">" + XmlEscape(picture.axes[0]) +
          "</text><text x=\"" + SvgNumber(ax - 3) + "\" y=\"" + SvgNumber(ay - 34) +
-         "\" font-size=\"11\">" + SvgEscape(picture.axes[1]) + "</text>\n";
+         "\" font-size=\"11\">" + XmlEscape(picture.axes[1]) + "</text>\n";
 
   const double lx = 2 * kMargin + pictureWidth;
   const double legendBottom = view.top - pad + SvgLegend(out, picture.scale, lx, view.top - pad);

@@ -86,7 +86,7 @@ std::string RegionPath(const TriMesh& mesh, const std::vector<int>& triangles,
 // Shared SVG text helpers.
 std::string SvgNumber(double value, int decimals = 1);
 std::string SvgColour(const Rgb& c);
-std::string SvgEscape(const std::string& text);
+std::string XmlEscape(const std::string& text);
 // The legend of a colour scale at (x, y): title lines, ramp and round ticks; returns its height.
 double SvgLegend(std::string& out, const ColourScale& scale, double x, double y);
 

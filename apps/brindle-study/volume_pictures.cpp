@@ -22,11 +22,7 @@ std::vector<std::array<int, 3>> SolidFacesTowards(const TetMesh& mesh, Role laye
   std::map<std::array<int, 3>, std::vector<Side>> faces;
   for (std::size_t t = 0; t < mesh.tetrahedra.size(); ++t)
     for (int skip = 0; skip < 4; ++skip) {
-      std::array<int, 3> key;
-      int k = 0;
-      for (int i = 0; i < 4; ++i)
-        if (i != skip) key[k++] = mesh.tetrahedra[t][i];
-      std::sort(key.begin(), key.end());
+      const std::array<int, 3> key = SortedFace(mesh.tetrahedra[t], skip);
       faces[key].push_back({int(t), mesh.tetrahedra[t][skip]});
     }
   auto role = [&](int tet) { return mesh.materials[mesh.region[tet]].role; };
@@ -50,11 +46,7 @@ std::vector<std::array<int, 3>> OrientOutOfSolid(const TetMesh& mesh,
   std::map<std::array<int, 3>, int> opposite;  // sorted face -> the tetrahedron's fourth vertex
   for (const auto& tet : mesh.tetrahedra)
     for (int skip = 0; skip < 4; ++skip) {
-      std::array<int, 3> key;
-      int k = 0;
-      for (int i = 0; i < 4; ++i)
-        if (i != skip) key[k++] = tet[i];
-      std::sort(key.begin(), key.end());
+      const std::array<int, 3> key = SortedFace(tet, skip);
       opposite.emplace(key, tet[skip]);
     }
   std::vector<std::array<int, 3>> out;
