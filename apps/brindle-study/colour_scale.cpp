@@ -99,19 +99,41 @@ ColourScale TemperatureScale(const std::vector<double>& environmentTemperatures)
   return scale;
 }
 
-ColourScale FluxScale(const std::vector<double>& magnitudes, const std::string& unitLine) {
+namespace {
+
+// The value below which the given fraction of the total weight lies.
+double WeightedQuantile(const std::vector<std::pair<double, double>>& sortedValueWeight,
+                        double totalWeight, double fraction) {
+  double sum = 0.0;
+  for (const auto& [value, weight] : sortedValueWeight) {
+    sum += weight;
+    if (sum >= fraction * totalWeight) return value;
+  }
+  return sortedValueWeight.back().first;
+}
+
+}  // namespace
+
+ColourScale FluxScale(const std::vector<double>& magnitudes, const std::vector<double>& areas,
+                      const std::string& unitLine) {
   ColourScale scale;
   scale.mode = ColourMode::Flux;
   scale.title = {"heat flux density", unitLine};
   if (magnitudes.empty()) return scale;
-  std::vector<double> sorted = magnitudes;
+  std::vector<std::pair<double, double>> sorted;
+  double total = 0.0;
+  for (std::size_t i = 0; i < magnitudes.size(); ++i) {
+    const double weight = areas.size() == magnitudes.size() ? areas[i] : 1.0;
+    sorted.push_back({magnitudes[i], weight});
+    total += weight;
+  }
   std::sort(sorted.begin(), sorted.end());
-  const double p98 = sorted[std::min(sorted.size() - 1, sorted.size() * 98 / 100)];
-  const double median = sorted[sorted.size() / 2];
+  const double p98 = WeightedQuantile(sorted, total, 0.98);
+  const double median = WeightedQuantile(sorted, total, 0.5);
   const double top = std::max(p98, 2.0 * median);
   scale.low = 0.0;
   scale.high = top > 0.0 ? RoundUp(top) : 1.0;
-  scale.clippedHigh = sorted.back() > scale.high;
+  scale.clippedHigh = sorted.back().first > scale.high;
   return scale;
 }
 

@@ -44,7 +44,10 @@ ColourScale TemperatureScale(const std::vector<double>& environmentTemperatures)
 // Heat-flux scale shared by all pictures of a study, from the flux magnitudes of all of them.
 // The top is the 98th percentile rounded up, but at least twice the median: re-entrant corners do
 // not wash out the rest, and a uniform field sits mid-scale instead of looking like a hot spot.
-ColourScale FluxScale(const std::vector<double>& magnitudes, const std::string& unitLine);
+// Percentiles weigh each element by its area (none given: equally), so that the many small
+// elements of a mesh refined at a thermal bridge do not decide the scale of the whole section.
+ColourScale FluxScale(const std::vector<double>& magnitudes, const std::vector<double>& areas,
+                      const std::string& unitLine);
 
 // Text of a value with as many decimals as the step between ticks needs.
 std::string TickText(double value, double step);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 #include "model.h"
 
@@ -27,6 +28,17 @@ inline Point Cross(const Point& a, const Point& b) {
 }
 inline double Norm(const Point& a) {
   return std::sqrt(Dot(a, a));
+}
+
+// Area of each triangle of a mesh.
+inline std::vector<double> TriangleAreas(const TriMesh& mesh) {
+  std::vector<double> areas;
+  areas.reserve(mesh.triangles.size());
+  for (const auto& t : mesh.triangles) {
+    const Point& a = mesh.points[t[0]];
+    areas.push_back(0.5 * Norm(Cross(mesh.points[t[1]] - a, mesh.points[t[2]] - a)));
+  }
+  return areas;
 }
 
 // The face of a tetrahedron opposite its corner `skip`, corners sorted: the key on which the two

@@ -215,8 +215,11 @@ nlohmann::json RunSlabExample(const Options& options, const Progress& progress) 
   std::vector<double> densities = SectionFluxDensity(slab, pair);
   const std::vector<double> wallDensities = SectionFluxDensity(wall, pair);
   densities.insert(densities.end(), wallDensities.begin(), wallDensities.end());
+  std::vector<double> areas = TriangleAreas(slab.mesh);
+  const std::vector<double> wallAreas = TriangleAreas(wall.mesh);
+  areas.insert(areas.end(), wallAreas.begin(), wallAreas.end());
   const ColourScale fluxScale =
-      FluxScale(densities, Format("W/m² at ΔT = %.0f K", std::abs(pair.Difference())));
+      FluxScale(densities, areas, Format("W/m² at ΔT = %.0f K", std::abs(pair.Difference())));
   const std::vector<std::string> slabTitle = {
       "Concrete floor slab through the insulation of a masonry wall",
       Format("L2D = %.3f W/(m K), psi = %.3f W/(m K), f_Rsi = %.3f; %.0f °C inside, %.0f °C "

@@ -86,11 +86,15 @@ nlohmann::json SectionPictures(const StudyOutcome& o, const StudyPictureRequest&
   const TriMesh mesh = OutcomeTriMesh(o, r.conductivity);
   const ColourScale temperatureScale = TemperatureScale(o.environmentTemperature);
   const std::vector<char> hidden = SurfaceLayerTriangles(mesh);
-  std::vector<double> solidFlux;
+  std::vector<double> solidFlux, solidArea;
   const std::vector<double> density = FluxDensity(mesh, o.temperature);
+  const std::vector<double> area = TriangleAreas(mesh);
   for (std::size_t f = 0; f < density.size(); ++f)
-    if (!hidden[f]) solidFlux.push_back(density[f]);
-  const ColourScale fluxScale = FluxScale(solidFlux, "W/m²");
+    if (!hidden[f]) {
+      solidFlux.push_back(density[f]);
+      solidArea.push_back(area[f]);
+    }
+  const ColourScale fluxScale = FluxScale(solidFlux, solidArea, "W/m²");
   const double lowestAir = LowestAir(o);
   std::vector<SvgMarker> markers;
   for (std::size_t e = 0; e < o.environmentNames.size(); ++e) {

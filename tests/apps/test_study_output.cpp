@@ -88,7 +88,7 @@ TEST(StudyOutput, SvgGroupsFacesByColourAndLabelsEachIsotherm) {
   picture.title = {"a <title>"};
   for (int region : mesh.region)
     picture.faceColour.push_back(region ? Rgb{255, 0, 0} : Rgb{0, 0, 255});
-  picture.scale = FluxScale({1.0, 2.0}, "W/m²");
+  picture.scale = FluxScale({1.0, 2.0}, {}, "W/m²");
   picture.isotherms = {{"1.0 °C", {Segment{Point{0.2, 0, 0}, Point{0.2, 0.5, 0}}}},
                        {"2.0 °C", {Segment{Point{0.7, 0, 0}, Point{0.7, 0.5, 0}}}},
                        {"empty", {}}};

@@ -46,7 +46,7 @@ TEST(StudyPictures, TicksAreRoundStepsInsideTheRange) {
 }
 
 TEST(StudyPictures, FluxScaleKeepsAUniformFieldMidScaleAndClipsHotSpots) {
-  const ColourScale uniform = FluxScale(std::vector<double>(100, 7.3), "W/m²");
+  const ColourScale uniform = FluxScale(std::vector<double>(100, 7.3), {}, "W/m²");
   EXPECT_EQ(uniform.low, 0.0);
   EXPECT_EQ(uniform.high, 20.0);  // twice the median, rounded up
   EXPECT_FALSE(uniform.clippedHigh);
@@ -56,9 +56,17 @@ TEST(StudyPictures, FluxScaleKeepsAUniformFieldMidScaleAndClipsHotSpots) {
   for (int i = 0; i < 100; ++i)
     spotted[i] = 40.0 + i;
   spotted[0] = 5000.0;  // a re-entrant corner
-  const ColourScale clipped = FluxScale(spotted, "W/m²");
+  const ColourScale clipped = FluxScale(spotted, {}, "W/m²");
   EXPECT_EQ(clipped.high, 200.0);  // the 98th percentile (138) rounded up
   EXPECT_TRUE(clipped.clippedHigh);
+
+  // The many small elements of a mesh refined at a bridge do not set the scale of the section.
+  std::vector<double> refined(1000, 10.0), areas(1000, 1.0);
+  for (int i = 0; i < 500; ++i) {
+    refined[i] = 1000.0;
+    areas[i] = 1e-4;
+  }
+  EXPECT_EQ(FluxScale(refined, areas, "W/m²").high, 20.0);
 
   const ColourScale temperatures = TemperatureScale({20.0, -5.0, 12.0});
   EXPECT_EQ(temperatures.low, -5.0);
