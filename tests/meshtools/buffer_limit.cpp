@@ -1,9 +1,11 @@
-// The test program's own openNURBS allocator functions. They replace the library's (the linker
-// then takes nothing else from that object) and behave the same outside a BufferLimit.
+// The test program's own openNURBS allocator functions. Exported by the program, they replace the
+// shared openNURBS library's for the whole process, and behave the same outside a BufferLimit.
 #include "meshtools/buffer_limit.h"
 
 #include <atomic>
 #include <cstdlib>
+
+#ifndef _WIN32
 
 namespace {
 
@@ -16,23 +18,26 @@ bool Refused(std::size_t bytes) {
 
 }  // namespace
 
+// Visible outside the program, so that the shared library's calls bind to them.
+#define BRINDLE_TEST_VISIBLE __attribute__((visibility("default")))
+
 extern "C" {
 
-void* onmalloc(size_t sz) {
+BRINDLE_TEST_VISIBLE void* onmalloc(size_t sz) {
   if (sz == 0 || Refused(sz)) return nullptr;
   return std::malloc(sz);
 }
 
-void* oncalloc(size_t num, size_t sz) {
+BRINDLE_TEST_VISIBLE void* oncalloc(size_t num, size_t sz) {
   if (num == 0 || sz == 0 || Refused(num * sz)) return nullptr;
   return std::calloc(num, sz);
 }
 
-void onfree(void* memblock) {
+BRINDLE_TEST_VISIBLE void onfree(void* memblock) {
   std::free(memblock);
 }
 
-void* onrealloc(void* memblock, size_t sz) {
+BRINDLE_TEST_VISIBLE void* onrealloc(void* memblock, size_t sz) {
   if (memblock == nullptr) return onmalloc(sz);
   if (sz == 0) {
     onfree(memblock);
@@ -45,6 +50,10 @@ void* onrealloc(void* memblock, size_t sz) {
 
 namespace meshtools_test {
 
+bool BufferLimit::Available() {
+  return true;
+}
+
 BufferLimit::BufferLimit(std::size_t max_bytes) {
   limit = max_bytes;
 }
@@ -54,3 +63,19 @@ BufferLimit::~BufferLimit() {
 }
 
 }  // namespace meshtools_test
+
+#else
+
+namespace meshtools_test {
+
+bool BufferLimit::Available() {
+  return false;
+}
+
+BufferLimit::BufferLimit(std::size_t) {}
+
+BufferLimit::~BufferLimit() = default;
+
+}  // namespace meshtools_test
+
+#endif

@@ -15,7 +15,15 @@ class BufferLimit {
   ~BufferLimit();
   BufferLimit(const BufferLimit&) = delete;
   BufferLimit& operator=(const BufferLimit&) = delete;
+
+  // Whether the test program's allocator functions replace the openNURBS library's. They do on
+  // ELF platforms, where the program exports them and the shared library's calls bind to them; a
+  // Windows DLL always calls its own, so there the limit cannot be imposed.
+  static bool Available();
 };
+
+inline constexpr const char* kNoBufferLimit =
+    "the openNURBS DLL's allocator cannot be replaced by the test program";
 
 }  // namespace meshtools_test
 
