@@ -98,6 +98,7 @@ TEST(StudyOutcomePictures, SolvedStudyLeavesPicturesAndTheModelWithItsReferences
        {std::string("material_name 1 1 string\nbrick\n"), std::string("SCALARS reference int 1"),
         std::string("SCALARS surface_layer int 1"), std::string("LOOKUP_TABLE default\n7\n7\n")})
     EXPECT_NE(text.str().find(expected), std::string::npos) << expected;
+  in.close();  // Windows removes no file that is still open
   fs::remove_all(folder);
 }
 

@@ -184,6 +184,8 @@ TEST(StudyVolumePictures, SolvedModelGetsItsPicturesExtremesAndSurfaceFile) {
   picture << svg.rdbuf();
   EXPECT_NE(picture.str().find("coldest 19.6 °C, f = 0.984"), std::string::npos);
   EXPECT_NE(picture.str().find("symmetry plane"), std::string::npos);
+  in.close();  // Windows removes no file that is still open
+  svg.close();
   fs::remove_all(folder);
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <map>
 
 #include "geometry.h"
@@ -179,7 +180,8 @@ TEST(ValidateCase, AppliesTheOnePercentRuleBetweenTheTwoFinestLevels) {
   EXPECT_EQ(converged.levels[1].level, 2);
   EXPECT_EQ(converged.levels[1].elements, 32u);
   // Only the finest run writes files, into the case's folder.
-  EXPECT_EQ(folders, (std::vector<std::string>{"", "out/fake"}));
+  EXPECT_EQ(folders,
+            (std::vector<std::string>{"", (std::filesystem::path("out") / "fake").string()}));
   EXPECT_TRUE(converged.Passed());
   ASSERT_EQ(converged.rows.size(), 3u);
   EXPECT_NEAR(converged.rows[1].computed, 0.5, 1e-9);
