@@ -11,7 +11,7 @@ bash tools/install-deps.sh clang libclang-rt-14-dev
 seconds=${1:-60}
 shift || true
 harnesses=("$@")
-[ ${#harnesses[@]} -gt 0 ] || harnesses=(volume surface cutting meshtools encodings)
+[ ${#harnesses[@]} -gt 0 ] || harnesses=(volume surface cutting meshtools encodings study)
 
 launcher=()
 if command -v ccache >/dev/null; then

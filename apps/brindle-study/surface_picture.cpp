@@ -67,7 +67,11 @@ std::vector<int> PaintOrder(const SurfaceScene& scene, const Point& view) {
 std::string SurfaceSvgText(const SurfaceScene& scene) {
   if (scene.triangles.empty()) throw std::runtime_error("no surface to draw");
   const Point view = ViewDirection(scene);
-  const auto [right, up] = ScreenAxes(view);
+  // Named references rather than a structured binding: the lambdas below use them, which
+  // clang rejects before C++20.
+  const std::array<Point, 2> axes = ScreenAxes(view);
+  const Point& right = axes[0];
+  const Point& up = axes[1];
   std::vector<std::array<double, 2>> screen;
   double xmin = std::numeric_limits<double>::infinity(), xmax = -xmin, ymin = xmin, ymax = -xmin;
   for (const Point& p : scene.points) {
