@@ -63,17 +63,17 @@ std::size_t ElementCount(const StudyMesh& mesh) {
 }
 
 // The solid and the environments' faces as the engine assembles them, for the layer builder.
-void BuildLayers(const StudySpec& spec, const StudyMesh& mesh) {
+void BuildLayers(const StudyDefinition& definition, const StudyMesh& mesh) {
   const int dim = mesh.dimension;
   SolidModel solid;
   solid.dimension = dim;
   for (const Point& p : mesh.vertices)
-    solid.points.push_back(
-        {p[0] * spec.metresPerUnit, p[1] * spec.metresPerUnit, p[2] * spec.metresPerUnit});
-  for (const auto& m : spec.materials)
+    solid.points.push_back({p[0] * definition.metresPerUnit, p[1] * definition.metresPerUnit,
+                            p[2] * definition.metresPerUnit});
+  for (const auto& m : definition.materials)
     solid.conductivity.push_back(m.second);
   std::vector<std::vector<int>> materialRefs;
-  for (const auto& m : spec.materials)
+  for (const auto& m : definition.materials)
     materialRefs.push_back(ResolveReferences(mesh, dim, {m.first}, "material " + m.first));
   const auto materialOf = [&](int ref) {
     for (std::size_t i = 0; i < materialRefs.size(); ++i)
@@ -94,7 +94,7 @@ void BuildLayers(const StudySpec& spec, const StudyMesh& mesh) {
     }
   }
   std::vector<EnvironmentFaces> faces;
-  for (const EnvironmentSpec& env : spec.environments) {
+  for (const EnvironmentSpec& env : definition.environments) {
     const std::vector<int> refs =
         ResolveReferences(mesh, dim - 1, env.boundaries, "boundary of environment " + env.name);
     EnvironmentFaces f{env.name, env.surfaceResistance, {}};
@@ -118,7 +118,7 @@ void BuildLayers(const StudySpec& spec, const StudyMesh& mesh) {
 void Intake(const std::string& studyText, const std::string& meshText) {
   const nlohmann::json study = nlohmann::json::parse(studyText, nullptr, false);
   if (study.is_discarded()) return;  // the tool reports a syntax error and stops
-  const StudySpec spec = ParseStudy(study, "study.json");
+  const StudyDefinition definition = ParseStudy(study, "study.json");
   StudyMesh mesh = ReadMeshText(meshText);
   const std::size_t elements = ElementCount(mesh);
   DescribeReferences(mesh, mesh.dimension);
@@ -128,8 +128,8 @@ void Intake(const std::string& studyText, const std::string& meshText) {
     if (ElementCount(fine) != elements * (mesh.dimension == 3 ? 8 : 4))
       fuzz::Finding("refinement did not split every element");
   }
-  BuildLayers(spec, mesh);
-  if (elements <= kSolvedElements && (!spec.checkConvergence || elements <= 8))
+  BuildLayers(definition, mesh);
+  if (elements <= kSolvedElements && (!definition.checkConvergence || elements <= 8))
     RunStudy(study, &mesh, Scratch().string(), (Scratch() / "out").string(), "study.json");
 }
 
