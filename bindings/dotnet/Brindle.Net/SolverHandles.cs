@@ -4,14 +4,15 @@ using System.Runtime.InteropServices;
 namespace Brindle
 {
     /// <summary>
-    /// Owns one volume solver of the library. SafeHandle releases it exactly once: on Dispose, or
-    /// from the finaliser when the owner was dropped without Dispose, and never while a call that
-    /// uses it is still running.
+    /// Owns one solver of the library. SafeHandle releases it exactly once: on Dispose, or from
+    /// the finaliser when the owner was dropped without Dispose, and never while a call that uses
+    /// it is still running.
     /// </summary>
-    public sealed class VolumeSolverHandle : SafeHandle
+    public abstract class SolverHandle : SafeHandle
     {
-        // The marshaller creates the instance for the `out` parameter of poissonmallocvol.
-        private VolumeSolverHandle() : base(IntPtr.Zero, true)
+        private long pressure;
+
+        protected SolverHandle() : base(IntPtr.Zero, true)
         {
         }
 
@@ -19,8 +20,6 @@ namespace Brindle
         {
             get { return handle == IntPtr.Zero; }
         }
-
-        private long pressure;
 
         // Tells the garbage collector how much native memory this small object keeps alive, so
         // that solvers left to the finaliser are collected before the native heap grows large.
@@ -31,54 +30,43 @@ namespace Brindle
             pressure = bytes;
         }
 
-        private void ReleasePressure()
-        {
-            if (pressure > 0) GC.RemoveMemoryPressure(pressure);
-            pressure = 0;
-        }
+        /// <summary>Releases the native solver through its own free export.</summary>
+        protected abstract void FreeSolver(IntPtr solver);
 
         protected override bool ReleaseHandle()
         {
-            NativeMethods.poissonfree(handle);
-            ReleasePressure();
+            FreeSolver(handle);
+            if (pressure > 0) GC.RemoveMemoryPressure(pressure);
+            pressure = 0;
             return true;
         }
     }
 
-    /// <summary>Owns one surface solver of the library; released exactly once, as above.</summary>
-    public sealed class SurfaceSolverHandle : SafeHandle
+    /// <summary>Owns one volume solver (poissonfree releases it).</summary>
+    public sealed class VolumeSolverHandle : SolverHandle
     {
-        private SurfaceSolverHandle() : base(IntPtr.Zero, true)
+        // The marshaller creates the instance for the `out` parameter of poissonmallocvol.
+        private VolumeSolverHandle()
         {
         }
 
-        public override bool IsInvalid
+        protected override void FreeSolver(IntPtr solver)
         {
-            get { return handle == IntPtr.Zero; }
+            NativeMethods.poissonfree(solver);
+        }
+    }
+
+    /// <summary>Owns one surface solver (sldmfree releases it).</summary>
+    public sealed class SurfaceSolverHandle : SolverHandle
+    {
+        // The marshaller creates the instance for the `out` parameter of sldmMalloc.
+        private SurfaceSolverHandle()
+        {
         }
 
-        private long pressure;
-
-        // Tells the garbage collector how much native memory this small object keeps alive, so
-        // that solvers left to the finaliser are collected before the native heap grows large.
-        internal void AddPressure(long bytes)
+        protected override void FreeSolver(IntPtr solver)
         {
-            if (bytes <= 0) return;
-            GC.AddMemoryPressure(bytes);
-            pressure = bytes;
-        }
-
-        private void ReleasePressure()
-        {
-            if (pressure > 0) GC.RemoveMemoryPressure(pressure);
-            pressure = 0;
-        }
-
-        protected override bool ReleaseHandle()
-        {
-            NativeMethods.sldmfree(handle);
-            ReleasePressure();
-            return true;
+            NativeMethods.sldmfree(solver);
         }
     }
 }
