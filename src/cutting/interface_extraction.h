@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "cutting/mmg_handles.h"
+#include "mmglink/mmg_handles.h"
 #include "opennurbs.h"
 
 namespace brindle {

@@ -2,8 +2,8 @@
 #include <vector>
 
 #include "cutting/level_set_cut.h"
-#include "cutting/mmg_arrays.h"
-#include "cutting/mmg_handles.h"
+#include "mmglink/mmg_arrays.h"
+#include "mmglink/mmg_handles.h"
 #include "cutting/signal_guard.h"
 
 namespace brindle {

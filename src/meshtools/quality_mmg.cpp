@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "cutting/mmg_arrays.h"
-#include "cutting/mmg_handles.h"
+#include "mmglink/mmg_arrays.h"
+#include "mmglink/mmg_handles.h"
 
 namespace brindle {
 

@@ -1,7 +1,7 @@
 // Views of openNURBS mesh arrays as the flat arrays MMG reads and fills: x, y, z doubles per
 // vertex, four ints per face, one int per vertex colour (its packed value).
-#ifndef BRINDLE_CUTTING_MMG_ARRAYS_H
-#define BRINDLE_CUTTING_MMG_ARRAYS_H
+#ifndef BRINDLE_MMGLINK_MMG_ARRAYS_H
+#define BRINDLE_MMGLINK_MMG_ARRAYS_H
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "cutting/mmg_handles.h"
+#include "mmglink/mmg_handles.h"
 
 #include <new>
 

@@ -1,4 +1,4 @@
-#include "cutting/mmg_arrays.h"
+#include "mmglink/mmg_arrays.h"
 
 #include <cstring>
 

@@ -1,7 +1,7 @@
 // Owners of the MMG structures created for one call, so that every way out of the call,
 // failures and exceptions included, releases them exactly once.
-#ifndef BRINDLE_CUTTING_MMG_HANDLES_H
-#define BRINDLE_CUTTING_MMG_HANDLES_H
+#ifndef BRINDLE_MMGLINK_MMG_HANDLES_H
+#define BRINDLE_MMGLINK_MMG_HANDLES_H
 
 #include "mmg/mmg3d/libmmg3d.h"
 #include "mmg/mmgs/libmmgs.h"
