@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "meshtools/buffer_limit.h"
-#include "surface/sldm_solver.h"
+#include "surface/surface_solver.h"
 #include "surface_test_support.h"
 
 namespace brindle {
@@ -144,7 +144,7 @@ TEST(SldmUpdate, StatusesAndConductivityReset) {
   const double k = 5.0;
   EXPECT_EQ(sldmupdate(solver.get(), &k, 1, error), -3003);
   EXPECT_STREQ(error, "");
-  EXPECT_EQ(static_cast<SldmSolver*>(solver.get())->model.conductivity,
+  EXPECT_EQ(static_cast<SurfaceSolver*>(solver.get())->model.conductivity,
             (std::vector<double>{1.0, 1.0}));
   EXPECT_NEAR(middle(), 0.25, 1e-14);
   EXPECT_EQ(sldmupdate(solver.get(), &k, -4, error), -3003);

@@ -1,7 +1,7 @@
 // The object behind a surface solver handle: the ordered model, the element formulation
 // chosen at creation and the factorised system.
-#ifndef BRINDLE_SURFACE_SLDM_SOLVER_H
-#define BRINDLE_SURFACE_SLDM_SOLVER_H
+#ifndef BRINDLE_SURFACE_SURFACE_SOLVER_H
+#define BRINDLE_SURFACE_SURFACE_SOLVER_H
 
 #include <memory>
 
@@ -10,7 +10,7 @@
 
 namespace brindle {
 
-struct SldmSolver {
+struct SurfaceSolver {
   SurfaceModel model;
   int method = 0;
   ConductionSystem system;
@@ -22,12 +22,12 @@ struct SldmSolver {
 
 // Checks the input, builds the ordered model, assembles and factorises. Returns 0 with the
 // new solver in `solver`, or the failure code with its message written and `solver` empty.
-int CreateSldmSolver(const ON_Mesh* mesh, const int* faceRegions, int method,
-                     std::unique_ptr<SldmSolver>& solver, char* error);
+int CreateSurfaceSolver(const ON_Mesh* mesh, const int* faceRegions, int method,
+                        std::unique_ptr<SurfaceSolver>& solver, char* error);
 
 // Re-assembles with the current conductivities and refactorises. A failing formulation
 // returns its code and leaves the previous blocks and factorisation in place.
-int RefactoriseSldmSolver(SldmSolver& solver);
+int RefactoriseSurfaceSolver(SurfaceSolver& solver);
 
 }  // namespace brindle
 

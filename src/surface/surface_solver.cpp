@@ -1,10 +1,10 @@
-#include "surface/sldm_solver.h"
+#include "surface/surface_solver.h"
 
 #include "common/error_text.h"
 
 namespace brindle {
 
-Eigen::VectorXd SldmSolver::SolveTemperatures() const {
+Eigen::VectorXd SurfaceSolver::SolveTemperatures() const {
   const Eigen::VectorXd free = system.Solve(model.prescribed);
   Eigen::VectorXd temperatures(model.VertexCount());
   temperatures.head(model.fixedCount) = model.prescribed;
@@ -12,12 +12,12 @@ Eigen::VectorXd SldmSolver::SolveTemperatures() const {
   return temperatures;
 }
 
-int CreateSldmSolver(const ON_Mesh* mesh, const int* faceRegions, int method,
-                     std::unique_ptr<SldmSolver>& solver, char* error) {
+int CreateSurfaceSolver(const ON_Mesh* mesh, const int* faceRegions, int method,
+                        std::unique_ptr<SurfaceSolver>& solver, char* error) {
   solver.reset();
   if (const int code = CheckSurfaceInput(mesh, method, error)) return code;
 
-  auto created = std::make_unique<SldmSolver>();
+  auto created = std::make_unique<SurfaceSolver>();
   created->method = method;
   if (const int code = BuildSurfaceModel(*mesh, faceRegions, created->model, error)) return code;
 
@@ -35,7 +35,7 @@ int CreateSldmSolver(const ON_Mesh* mesh, const int* faceRegions, int method,
   return 0;
 }
 
-int RefactoriseSldmSolver(SldmSolver& solver) {
+int RefactoriseSurfaceSolver(SurfaceSolver& solver) {
   Triplets triplets;
   if (const int code = AssembleStiffness(solver.model, solver.method, triplets)) return code;
   // Only assembly failures are reported by an update; the factorisation's status is not.

@@ -12,7 +12,7 @@
 #include "surface/face_flux.h"
 #include "surface/flux_mesh.h"
 #include "surface/isotherms.h"
-#include "surface/sldm_solver.h"
+#include "surface/surface_solver.h"
 
 namespace {
 
@@ -51,7 +51,7 @@ bool IsBlankMesh(const ON_Mesh& mesh) {
          mesh.m_C.Count() == 0 && mesh.m_N.Count() == 0;
 }
 
-int CheckSolveArguments(const brindle::SldmSolver& solver, const double* temperatures,
+int CheckSolveArguments(const brindle::SurfaceSolver& solver, const double* temperatures,
                         int temperatureCount, int levelCount, int faceFluxCount,
                         const ON_Mesh* fluxMesh, const SolveOutputs& outputs, char* error) {
   const int vertexCount = solver.model.VertexCount();
@@ -90,8 +90,8 @@ int sldmMalloc(const ON_Mesh* mesh, const int* faceRegions, int method, void** h
   }
   *handle = nullptr;
   try {
-    std::unique_ptr<brindle::SldmSolver> solver;
-    const int code = brindle::CreateSldmSolver(mesh, faceRegions, method, solver, error);
+    std::unique_ptr<brindle::SurfaceSolver> solver;
+    const int code = brindle::CreateSurfaceSolver(mesh, faceRegions, method, solver, error);
     if (code == 0) *handle = solver.release();
     return code;
   } catch (const std::bad_alloc&) {
@@ -106,7 +106,7 @@ int sldmupdate(void* handle, const double* conductivities, int count, char* erro
     brindle::SetErrorText(error, "Null solver handle");
     return kNullSolverHandle;
   }
-  auto& solver = *static_cast<brindle::SldmSolver*>(handle);
+  auto& solver = *static_cast<brindle::SurfaceSolver*>(handle);
   try {
     if (count > solver.model.LargestRegion() && !conductivities) {
       brindle::SetErrorText(error, "Null conductivity array");
@@ -116,7 +116,7 @@ int sldmupdate(void* handle, const double* conductivities, int count, char* erro
       solver.model.SetDefaultConductivities();
       return kConductivityCountTooSmall;
     }
-    return brindle::RefactoriseSldmSolver(solver);
+    return brindle::RefactoriseSurfaceSolver(solver);
   } catch (const std::bad_alloc&) {
     brindle::SetErrorText(error, "Out of memory");
     return kUpdateOutOfMemory;
@@ -131,7 +131,7 @@ int sldmsolve(const void* handle, double* temperatures, int temperatureCount, do
     brindle::SetErrorText(error, "Null solver handle");
     return kNullSolverHandle;
   }
-  const auto& solver = *static_cast<const brindle::SldmSolver*>(handle);
+  const auto& solver = *static_cast<const brindle::SurfaceSolver*>(handle);
   const SolveOutputs outputs =
       RequestedOutputs(levels, levelCount, isotherms, faceFlux, faceFluxCount, levelFlow, fluxMesh);
   if (const int code = CheckSolveArguments(solver, temperatures, temperatureCount, levelCount,
@@ -163,5 +163,5 @@ int sldmsolve(const void* handle, double* temperatures, int temperatureCount, do
 }
 
 void sldmfree(void* handle) {
-  delete static_cast<brindle::SldmSolver*>(handle);
+  delete static_cast<brindle::SurfaceSolver*>(handle);
 }
