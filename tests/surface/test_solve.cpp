@@ -57,7 +57,7 @@ TEST_F(SolveOutputs, ArgumentStatusesWriteNothing) {
   sldmfree(nullptr);  // ignored
 }
 
-TEST_F(SolveOutputs, FluxMeshHasOneFlatColouredTrianglePerFace) {
+TEST_F(SolveOutputs, FluxMeshHasOneFlatColoredTrianglePerFace) {
   const auto s = SolveAll(solver_.get(), mesh_);
   const ON_Mesh& out = s->fluxMesh;
   ASSERT_EQ(out.VertexCount(), 3 * Faces());
@@ -110,7 +110,7 @@ TEST(SldmSolve, SegmentRunsFromTheFirstCrossedEdgeInCornerOrder) {
   EXPECT_NEAR(s->levelFlow[0], 0.5 * 1.5, 1e-15);
 }
 
-TEST(SldmSolve, TinyFaceCarriesNoFluxAndTakesTheZeroColour) {
+TEST(SldmSolve, TinyFaceCarriesNoFluxAndTakesTheZeroColor) {
   // A unit square plus a detached triangle too small for the flux determinant (1e-8).
   const double e = 5e-5;
   const ON_Mesh mesh =
