@@ -20,6 +20,24 @@ bool IsBlankMesh(const ON_Mesh& mesh) {
          mesh.m_C.Count() == 0 && mesh.m_N.Count() == 0;
 }
 
+// The optional outputs are made only when every array they need is there.
+SolveTargets RequestedTargets(double* temperatures, const double* levels, int levelCount,
+                              ON_SimpleArray<ON_Line>* isotherms, double* faceFlux,
+                              int faceFluxCount, double* levelFlow, ON_Mesh* fluxMesh) {
+  SolveTargets targets{};
+  targets.temperatures = temperatures;
+  targets.withFaceFlux = faceFlux && faceFluxCount != 0 && fluxMesh && levelFlow;
+  targets.faceFlux = faceFlux;
+  targets.faceFluxCount = faceFluxCount;
+  targets.fluxMesh = fluxMesh;
+  targets.withIsotherms = levels && levelCount != 0 && isotherms && levelFlow;
+  targets.levels = levels;
+  targets.levelCount = levelCount;
+  targets.isotherms = isotherms;
+  targets.levelFlow = levelFlow;
+  return targets;
+}
+
 int CheckSolveArguments(const SurfaceSolver& solver, int temperatureCount,
                         const SolveTargets& targets, char* error) {
   const int vertexCount = solver.model.VertexCount();
@@ -99,11 +117,8 @@ BRINDLE_API int sldmsolve(const void* handle, double* temperatures, int temperat
     return kNullSolverHandle;
   }
   const auto& solver = *static_cast<const SurfaceSolver*>(handle);
-  const SolveTargets targets{temperatures, faceFlux && faceFluxCount != 0 && fluxMesh && levelFlow,
-                             faceFlux,     faceFluxCount,
-                             fluxMesh,     levels && levelCount != 0 && isotherms && levelFlow,
-                             levels,       levelCount,
-                             isotherms,    levelFlow};
+  const SolveTargets targets = RequestedTargets(temperatures, levels, levelCount, isotherms,
+                                                faceFlux, faceFluxCount, levelFlow, fluxMesh);
   if (const int code = CheckSolveArguments(solver, temperatureCount, targets, error)) return code;
   try {
     SolveInto(solver, targets);
