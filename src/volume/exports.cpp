@@ -49,7 +49,7 @@ BRINDLE_API int poissonmallocvol(int vertexCount, double* coordinates, int tetra
                                  int* /*reserved*/, char* detail, void const** handle,
                                  char* error) {
   brindle::ClearErrorText(error);
-  // The host reads these traces as they are, misspellings and doubled blanks included.
+  // The trace texts are fixed, misspellings and doubled blanks included: keep them as they are.
   brindle::TraceOut("entering poissonmallocvol\n");
   const brindle::VolumeInput input{
       vertexCount,          coordinates,   tetrahedronCount, tetrahedra,
