@@ -22,7 +22,7 @@
 #include "surface/face_flux.h"
 #include "surface/flux_mesh.h"
 #include "surface/isotherms.h"
-#include "surface/sldm_solver.h"
+#include "surface/surface_solver.h"
 
 namespace {
 
@@ -123,7 +123,7 @@ void BenchMethod(const ON_Mesh& mesh, int method, const char* kind) {
         if (sldmMalloc(&mesh, nullptr, method, &handle, nullptr) != 0) std::abort();
       },
       repeats);
-  const auto& solver = *static_cast<const brindle::SldmSolver*>(handle);
+  const auto& solver = *static_cast<const brindle::SurfaceSolver*>(handle);
   brindle::Triplets triplets;
   const double assembly =
       TimeMs([&] { brindle::AssembleStiffness(solver.model, method, triplets); }, repeats);

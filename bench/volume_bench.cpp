@@ -1,10 +1,9 @@
 // Volume solver benchmark on structured box meshes (6 tetrahedra per cell, Low face x = 0,
 // High face x = 1). Per size it prints construction time per tetrahedron and the share of its
-// two assembly stages (element pass into column buckets, summing into the blocks) next to the
-// plain route through a triplet list and Eigen's setFromTriplets, CG iterations, time and streamed
-// bandwidth per CG iteration against a triad measured in the same run, peak resident memory of
-// create + solve per tetrahedron, and solve times with the other core kept busy: one thread, two
-// threads, and the library's own choice.
+// two assembly stages (element pass into column buckets, summing into the blocks), CG
+// iterations, time and streamed bandwidth per CG iteration against a triad measured in the same
+// run, peak resident memory of create + solve per tetrahedron, and solve times with the other
+// core kept busy: one thread, two threads, and the library's own choice.
 #include <brindle.h>
 
 #include <algorithm>
@@ -197,7 +196,7 @@ void RunSize(int cells, double triad, int repeats) {
   }
 
   // Stage shares of construction, timed on the same model.
-  std::vector<double> passTimes, assemblyTimes, tripletTimes, setFromTripletsTimes;
+  std::vector<double> passTimes, assemblyTimes;
   double threadTimes[3] = {0, 0, 0};
   {
     brindle::prepoisson model(mesh.vertexCount, mesh.coordinates.data(), nt, mesh.tetrahedra.data(),
@@ -217,17 +216,6 @@ void RunSize(int cells, double triad, int repeats) {
       start = Clock::now();
       blocks = assembler.Finish();
       assemblyTimes.push_back(Seconds(start));
-    }
-    // The plain triplet route for comparison: 16 triplets per element, setFromTriplets.
-    for (int r = 0; r < (repeats > 1 ? 2 : 1); ++r) {
-      std::string message;
-      auto start = Clock::now();
-      auto triplets = brindle::ElementTriplets(model, order.positions, 1e-6, message);
-      tripletTimes.push_back(Seconds(start));
-      start = Clock::now();
-      brindle::AssembleBlocksFromTriplets(triplets, mesh.vertexCount,
-                                          Eigen::Index(order.fixedCount));
-      setFromTripletsTimes.push_back(Seconds(start));
     }
     Eigen::VectorXd fixed(Eigen::Index(order.fixedCount));
     for (Eigen::Index i = 0; i < fixed.size(); ++i)
@@ -253,15 +241,12 @@ void RunSize(int cells, double triad, int repeats) {
   const double iterationSeconds = Median(solve) / std::max(iterations, 1);
   const double bandwidth = bytesPerIteration / iterationSeconds / 1e9;
   std::printf(
-      "RESULT %9d tets | create %.3f us/tet (cpu %.3f; element pass %2.0f%%, summing %2.0f%%; "
-      "plain triplets "
-      "%.3f + setFromTriplets %.3f us/tet) | "
+      "RESULT %9d tets | create %.3f us/tet (cpu %.3f; element pass %2.0f%%, summing %2.0f%%) | "
       "CG %4d it, %.3f ms/it, %.2f GB/s = %3.0f%% of triad %.2f GB/s | peak %4.0f B/tet | "
       "busy-core solve 1t %.3f s, 2t %.3f s, library %.3f s\n",
       nt, createSeconds / nt * 1e6, Median(createCpu) / nt * 1e6,
       100 * Median(passTimes) / createSeconds, 100 * Median(assemblyTimes) / createSeconds,
-      Median(tripletTimes) / nt * 1e6, Median(setFromTripletsTimes) / nt * 1e6, iterations,
-      iterationSeconds * 1e3, bandwidth, 100 * bandwidth / triad, triad,
+      iterations, iterationSeconds * 1e3, bandwidth, 100 * bandwidth / triad, triad,
       double(peakKb) * 1024.0 / nt, threadTimes[0], threadTimes[1], threadTimes[2]);
   std::fflush(stdout);
 }

@@ -10,6 +10,16 @@
  *  - Meshes returned through ON_Mesh** are allocated with `new` and owned by the caller, who
  *    deletes them with the openNURBS it links (the library has no export to release them).
  *  - Solver handles are owned by the caller from creation until their free function.
+ *  - Exceptions: a function reports what goes wrong inside it by its status, except for these
+ *    C++ exceptions, which leave it and are for the caller to catch:
+ *      sldmMalloc, sldmupdate (method 1): std::runtime_error "Mesh contains non-tri faces" or
+ *        "r_per_face size must equal face count" (guards: a mesh that passed sldmMalloc's
+ *        checks never trips them);
+ *      sldmsolve: std::runtime_error "Large reduced residual";
+ *      CutTetrahedralMesh, CutTetrahedralMesh2, ExtractBoundaryMeshWithStats, qual, qualS:
+ *        std::bad_alloc when memory runs out.
+ *    Every other function catches everything it can raise (running out of memory included)
+ *    and returns a status.
  */
 #ifndef BRINDLE_H
 #define BRINDLE_H
@@ -109,8 +119,9 @@ BRINDLE_API int poissoninfo(void* handle, char* error);
  * read) and re-assembles. Traces "Updating conductivities to %f %f\n" with the first two
  * values when there are at least two materials. Temperatures change at the next solve.
  * Statuses: 0; 23 or 24 with the check's sentence as the error text (the matrices stay as
- * they were); 1 "Null solver handle"; 1 "Null conductivity array"; 30 "Out of memory, too
- * much mesh for your RAM" (the solver stays as it was). */
+ * they were; a guard only, since these checks passed when the solver was built and do not
+ * depend on conductivities); 1 "Null solver handle"; 1 "Null conductivity array"; 30 "Out of
+ * memory, too much mesh for your RAM" (the solver stays as it was). */
 BRINDLE_API int poissonresetconductivities(void* handle, double* conductivities, int count,
                                            char* error);
 
@@ -149,8 +160,8 @@ BRINDLE_API void poissonfree(void* handle);
  *        method 2: 128 degenerate corner; method 3: 2025 face area below 1e-10
  *   33   "Eigen solver factorization failed"             (e.g. no fixed vertex)
  *   44   "Out of memory"
- * Method 0 writes "Conductivity<k>" to standard output for every face. Method 1 may throw
- * std::runtime_error ("Mesh contains non-tri faces") through this function. */
+ * Method 0 writes "Conductivity<k>" to standard output for every face. Method 1's guards may
+ * throw (see the conventions at the top). */
 BRINDLE_API int sldmMalloc(const ON_Mesh* mesh, const int* faceRegions, int method, void** handle,
                            char* error);
 
@@ -164,7 +175,7 @@ BRINDLE_API int sldmMalloc(const ON_Mesh* mesh, const int* faceRegions, int meth
  *   -3005  "Out of memory"
  *   22, 23, 24, 128, 2025  no message: assembly failed; the new conductivities are kept but
  *          the previous factorisation stays in use
- * Method 0 writes its "Conductivity" lines; method 1 may throw as in sldmMalloc. */
+ * Method 0 writes its "Conductivity" lines; method 1's guards may throw as in sldmMalloc. */
 BRINDLE_API int sldmupdate(void* handle, const double* conductivities, int count, char* error);
 
 /* sldmsolve: solves and writes the temperature of every vertex in the caller's order

@@ -57,6 +57,7 @@ Eigen::VectorXd ConductionSystem::Solve(const Eigen::VectorXd& fixed) const {
   const Eigen::VectorXd rhs = -(freeFixed_ * fixed);
   const Eigen::VectorXd free = factor_.solve(rhs);
   const Eigen::VectorXd residual = freeFree_ * free + freeFixed_ * fixed;
+  // Leaves by exception, see brindle.h.
   if (residual.norm() > kResidualLimit) throw std::runtime_error("Large reduced residual");
   return free;
 }

@@ -11,8 +11,6 @@
 
 namespace brindle {
 
-constexpr int kFactorisationFailed = 33;
-
 class ConductionSystem {
  public:
   using Matrix = Eigen::SparseMatrix<double>;

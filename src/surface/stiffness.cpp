@@ -27,7 +27,7 @@ int AssembleStiffness(const SurfaceModel& model, int method, Triplets& triplets)
       code = AssembleEdgeVectorForm(model, triplets);
       break;
   }
-  if (code != 0) triplets.clear();
+  if (code != kSurfaceSucceeded) triplets.clear();
   return code;
 }
 

@@ -13,13 +13,6 @@ namespace brindle {
 
 using Triplets = std::vector<Eigen::Triplet<double>>;
 
-// Failure codes of the formulations.
-constexpr int kRepeatedFaceVertex = 22;    // method 0
-constexpr int kDegenerateFace = 23;        // method 0
-constexpr int kUnusedVertex = 24;          // method 0
-constexpr int kDegenerateCorner = 128;     // method 2
-constexpr int kDegenerateTriangle = 2025;  // method 3
-
 // Smallest triangle area (methods 0 and 3) or cross-product length (methods 1 and 2) that
 // counts as a proper triangle.
 constexpr double kMinimumArea = 1e-10;
@@ -28,7 +21,8 @@ constexpr double kMinimumArea = 1e-10;
 // "Conductivity" trace line per face.
 int AssembleGradientForm(const SurfaceModel& model, Triplets& triplets);
 // Method 1: cotangent weights per edge; an edge between two regions takes the harmonic mean
-// of their conductivities. Throws std::runtime_error on a non-triangle face.
+// of their conductivities. Throws std::runtime_error on a non-triangle face or a conductivity
+// list of the wrong size, which a checked model never has.
 int AssembleEdgeCotangentForm(const SurfaceModel& model, Triplets& triplets);
 // Method 2: cotangent weights gathered row by row.
 int AssembleVertexRowForm(const SurfaceModel& model, Triplets& triplets);

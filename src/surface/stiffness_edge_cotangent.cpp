@@ -43,6 +43,9 @@ int AssembleEdgeCotangentForm(const SurfaceModel& model, Triplets& triplets) {
   std::vector<double> faceConductivity(static_cast<std::size_t>(faceCount));
   for (int f = 0; f < faceCount; ++f)
     faceConductivity[f] = model.FaceConductivity(f);
+  // Guards: both sizes are the face count by construction, and quads are refused when the
+  // solver is created. They stay as this formulation's own checks on its input, and leave by
+  // exception, see brindle.h.
   if (static_cast<int>(faceConductivity.size()) != model.mesh.FaceCount())
     throw std::runtime_error("r_per_face size must equal face count");
   for (int f = 0; f < faceCount; ++f) {
@@ -81,7 +84,7 @@ int AssembleEdgeCotangentForm(const SurfaceModel& model, Triplets& triplets) {
   for (int i = 0; i < model.VertexCount(); ++i) {
     if (diagonal[i] != 0.0) triplets.emplace_back(i, i, diagonal[i]);
   }
-  return 0;
+  return kSurfaceSucceeded;
 }
 
 }  // namespace brindle

@@ -29,7 +29,7 @@ int AssembleEdgeVectorForm(const SurfaceModel& model, Triplets& triplets) {
     triplets.emplace_back(b, c, kbc);
     triplets.emplace_back(c, b, kbc);
   }
-  return 0;
+  return kSurfaceSucceeded;
 }
 
 }  // namespace brindle

@@ -58,7 +58,7 @@ int AssembleGradientForm(const SurfaceModel& model, Triplets& triplets) {
   for (bool isUsed : used) {
     if (!isUsed) return kUnusedVertex;
   }
-  return 0;
+  return kSurfaceSucceeded;
 }
 
 }  // namespace brindle

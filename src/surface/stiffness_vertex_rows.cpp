@@ -65,7 +65,7 @@ int AssembleVertexRowForm(const SurfaceModel& model, Triplets& triplets) {
     }
     triplets.emplace_back(i, i, sum);  // also when the vertex has no neighbour
   }
-  return 0;
+  return kSurfaceSucceeded;
 }
 
 }  // namespace brindle

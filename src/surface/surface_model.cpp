@@ -43,34 +43,34 @@ int CheckSurfaceInput(const ON_Mesh* mesh, int method, char* error) {
   // Unsigned, so that negative methods fail as well.
   if (static_cast<unsigned int>(method) > 3u) {
     SetErrorText(error, "Invalid method %d, must be 0-3", method);
-    return 24;
+    return kInvalidMethod;
   }
   if (!mesh) {
     SetErrorText(error, "Null mesh");
-    return 25;
+    return kNullMesh;
   }
   // Raw counts: a mesh with single-precision vertices only is refused.
   if (mesh->m_dV.Count() != mesh->m_V.Count()) {
     SetErrorText(error, "Double and single precision vertex counts differ");
-    return 26;
+    return kVertexCountsDiffer;
   }
   if (mesh->QuadCount() != 0) {
     SetErrorText(error, "Mesh contains quads, only triangles supported");
-    return 27;
+    return kQuadFaces;
   }
   if (!mesh->HasVertexColors()) {
     SetErrorText(error, "Mesh has no vertex colors for boundary conditions");
-    return 28;
+    return kNoVertexColors;
   }
   if (mesh->VertexCount() == 0) {
     SetErrorText(error, "Mesh has no vertices");
-    return 29;
+    return kNoVertices;
   }
   if (mesh->FaceCount() == 0) {
     SetErrorText(error, "Mesh has no faces");
-    return 30;
+    return kNoFaces;
   }
-  return 0;
+  return kSurfaceSucceeded;
 }
 
 namespace {
@@ -87,14 +87,14 @@ int CheckFaceIndices(const ON_Mesh& input, char* error) {
       }
     }
   }
-  return 0;
+  return kSurfaceSucceeded;
 }
 
 int CopyFaceRegions(const int* faceRegions, int faceCount, std::vector<int>& regions, char* error) {
   if (!faceRegions) {
     // Without regions the whole surface is one material of conductivity 1.0.
     regions.assign(static_cast<std::size_t>(faceCount), 0);
-    return 0;
+    return kSurfaceSucceeded;
   }
   regions.assign(faceRegions, faceRegions + faceCount);
   for (int f = 0; f < faceCount; ++f) {
@@ -103,7 +103,7 @@ int CopyFaceRegions(const int* faceRegions, int faceCount, std::vector<int>& reg
       return kNegativeFaceRegion;
     }
   }
-  return 0;
+  return kSurfaceSucceeded;
 }
 
 // Sizes an openNURBS array to `count` elements. The arrays report a failed reservation only
@@ -168,7 +168,7 @@ int SetPrescribedValues(SurfaceModel& model, char* error) {
     }
     model.prescribed[j] = PrescribedTemperature(status);
   }
-  return 0;
+  return kSurfaceSucceeded;
 }
 
 }  // namespace
@@ -190,7 +190,7 @@ int BuildSurfaceModel(const ON_Mesh& input, const int* faceRegions, SurfaceModel
   }
   if (const int code = SetPrescribedValues(model, error)) return code;
   model.SetDefaultConductivities();
-  return 0;
+  return kSurfaceSucceeded;
 }
 
 }  // namespace brindle

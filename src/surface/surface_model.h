@@ -8,14 +8,9 @@
 #include <vector>
 
 #include "opennurbs.h"
+#include "surface/surface_status.h"
 
 namespace brindle {
-
-// Failure codes of model construction that are not input-check codes.
-constexpr int kUnexpectedBoundaryStatus = 1;
-constexpr int kOrderedMeshInvalid = 127;
-constexpr int kFaceVertexOutOfRange = 42;
-constexpr int kNegativeFaceRegion = 43;
 
 struct SurfaceModel {
   // Vertices renumbered: fixed ones in input order at the front, free ones in reverse input
@@ -48,7 +43,7 @@ struct SurfaceModel {
 };
 
 // Checks the caller's mesh and method as a solver needs them. Returns 0, or writes the
-// message and returns the code (24 to 30).
+// message and returns the code (kInvalidMethod to kNoFaces).
 int CheckSurfaceInput(const ON_Mesh* mesh, int method, char* error);
 
 // Fills `model` from a mesh that passed CheckSurfaceInput. `faceRegions` may be null: every

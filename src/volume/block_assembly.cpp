@@ -93,17 +93,4 @@ SystemBlocks BlockAssembler::Finish() {
   return blocks;
 }
 
-SystemBlocks AssembleBlocksFromTriplets(const std::vector<StiffnessTriplet>& triplets,
-                                        Eigen::Index n, Eigen::Index fixedCount) {
-  const Eigen::Index f = fixedCount;
-  SparseMatrix global(n, n);
-  global.setFromTriplets(triplets.begin(), triplets.end());
-  SystemBlocks blocks;
-  blocks.freeBlock = global.block(f, f, n - f, n - f);
-  blocks.couplingBlock = global.block(f, 0, n - f, f);
-  blocks.freeBlock.makeCompressed();
-  blocks.couplingBlock.makeCompressed();
-  return blocks;
-}
-
 }  // namespace brindle

@@ -56,11 +56,6 @@ class BlockAssembler {
   std::vector<double> values_;
 };
 
-// The straightforward route, kept as the reference the assembler must match: the triplets
-// summed by Eigen's setFromTriplets into the n x n matrix and the two blocks extracted.
-SystemBlocks AssembleBlocksFromTriplets(const std::vector<StiffnessTriplet>& triplets,
-                                        Eigen::Index n, Eigen::Index fixedCount);
-
 }  // namespace brindle
 
 #endif

@@ -32,7 +32,7 @@ bool AllFinite(const brindle::SparseMatrix& matrix) {
 
 brindle::brindle(prepoisson model, double tolerance, int* code, char* detail)
     : tolerance_(tolerance), model_(std::move(model)) {
-  *code = 0;
+  *code = kVolumeSucceeded;
   const std::size_t n = model_.vertices.size();
 
   const std::int64_t unreachable = FirstVertexUnreachableFromZero(n, model_.tetrahedra);
@@ -96,7 +96,7 @@ int brindle::Solve() {
   WriteFixedTemperatures();
   const Eigen::Index f = Eigen::Index(fixedCount_);
   const Eigen::Index freeCount = temperatures_.size() - f;
-  if (freeCount == 0) return 0;
+  if (freeCount == 0) return kVolumeSucceeded;
 
   const Eigen::VectorXd fixed = temperatures_.head(f);
   Eigen::VectorXd rhs = Eigen::VectorXd::Zero(freeCount);
@@ -116,7 +116,7 @@ int brindle::Solve() {
     unknowns.setConstant(std::numeric_limits<double>::quiet_NaN());
   }
   temperatures_.tail(freeCount) = unknowns;
-  return 0;
+  return kVolumeSucceeded;
 }
 
 double brindle::Residual() const {
@@ -130,7 +130,9 @@ int brindle::UpdateConductivities(const std::vector<double>& conductivities, std
   if (conductivities.size() >= 2) {
     TraceOut("Updating conductivities to %f %f\n", conductivities[0], conductivities[1]);
   }
-  if (conductivities.size() != model_.materials.size()) return 0;
+  // Guard: the exports always pass MaterialCount() values. Another count is ignored rather
+  // than read past the material table.
+  if (conductivities.size() != model_.materials.size()) return kVolumeSucceeded;
 
   std::vector<double> previous(model_.materials.size());
   for (std::size_t m = 0; m < previous.size(); ++m) {
@@ -142,6 +144,9 @@ int brindle::UpdateConductivities(const std::vector<double>& conductivities, std
     RunElementPass(assembler, nullptr, message);
     Prepare(assembler.Finish());
   } catch (const MeshCheckFailure& failure) {
+    // Guard: the element checks do not depend on conductivities and passed when the solver
+    // was built, so an update cannot fail them; the catch keeps a failure a status all the
+    // same instead of an exception that the exports would let through.
     return failure.code;
   } catch (...) {
     // Out of memory: the matrices were not touched, so the conductivities go back as well.
@@ -149,7 +154,7 @@ int brindle::UpdateConductivities(const std::vector<double>& conductivities, std
       model_.materials[m].conductivity = previous[m];
     throw;
   }
-  return 0;
+  return kVolumeSucceeded;
 }
 
 int brindle::Status() const {

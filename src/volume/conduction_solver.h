@@ -12,6 +12,7 @@
 
 #include "volume/block_assembly.h"
 #include "volume/model.h"
+#include "volume/volume_status.h"
 
 namespace brindle {
 
@@ -28,10 +29,10 @@ class brindle {
   using Solver = Eigen::ConjugateGradient<SparseMatrix, Eigen::Lower | Eigen::Upper,
                                           Eigen::DiagonalPreconditioner<double>>;
 
-  // Checks the model (codes 22 to 25, the sentence goes to `detail`, a buffer of 2000
-  // characters, when it is not null), assembles and prepares the solver. `code` receives 0 on
-  // success. Throws std::bad_alloc when memory runs out. Every index in the model must be in
-  // range (the exports make sure of it).
+  // Checks the model (kDisconnectedMesh to kSoloVertex, the sentence goes to `detail`, a
+  // buffer of 2000 characters, when it is not null), assembles and prepares the solver. `code`
+  // receives kVolumeSucceeded on success. Throws std::bad_alloc when memory runs out. Every index
+  // in the model must be in range (the exports make sure of it).
   brindle(prepoisson model, double tolerance, int* code, char* detail);
   brindle(const brindle&) = delete;
   brindle& operator=(const brindle&) = delete;
@@ -41,8 +42,8 @@ class brindle {
   // Squared norm of the free rows' imbalance, coupling * fixed + free * unknowns.
   double Residual() const;
   // New material conductivities. A count other than the material count is ignored (returns
-  // 0). A failed element check returns its code with the sentence in `message` and keeps the
-  // previous matrices. Throws std::bad_alloc, leaving the solver as it was.
+  // kVolumeSucceeded). A failed element check returns its code with the sentence in `message` and
+  // keeps the previous matrices. Throws std::bad_alloc, leaving the solver as it was.
   int UpdateConductivities(const std::vector<double>& conductivities, std::string& message);
   // Eigen::ComputationInfo of the last compute or solve: 0 success, 2 no convergence.
   int Status() const;

@@ -3,7 +3,6 @@
 #ifndef BRINDLE_VOLUME_ELEMENT_PASS_H
 #define BRINDLE_VOLUME_ELEMENT_PASS_H
 
-#include <Eigen/SparseCore>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -87,14 +86,6 @@ void ForEachElementMatrix(const prepoisson& model, const std::vector<std::int32_
     sink(t, p, k);
   }
 }
-
-using StiffnessTriplet = Eigen::Triplet<double, int>;
-
-// The element matrices as a flat list of 16 triplets per tetrahedron: the 4 diagonal entries,
-// then (p_i, p_j) and (p_j, p_i) for each pair, so that the full symmetric matrix is stored.
-std::vector<StiffnessTriplet> ElementTriplets(const prepoisson& model,
-                                              const std::vector<std::int32_t>& positions,
-                                              double tolerance, std::string& message);
 
 }  // namespace brindle
 

@@ -1,5 +1,5 @@
 // The volume solver's flat exports: thin wrappers that check their arguments, call the solver
-// and turn failures into statuses and messages. No exception leaves these functions.
+// and turn failures into statuses and messages.
 #include <brindle.h>
 
 #include <memory>
@@ -13,15 +13,11 @@
 #include "volume/conduction_solver.h"
 #include "volume/input_checks.h"
 #include "volume/model.h"
+#include "volume/volume_status.h"
 
 namespace {
 
 using Solver = brindle::brindle;
-
-constexpr int kBadInput = 21;
-constexpr int kOutOfMemory = 30;
-constexpr int kNullArgument = 1;
-constexpr int kInfoNullHandle = 7;
 
 const char* const kOutOfMemoryText = "Out of memory, too much mesh for your RAM";
 const char* const kNullHandleText = "Null solver handle";
@@ -29,17 +25,17 @@ const char* const kNullHandleText = "Null solver handle";
 int RefuseInput(void const** handle, char* error) {
   if (handle) *handle = nullptr;
   brindle::SetErrorText(error, "Error with input data");
-  return kBadInput;
+  return brindle::kBadInput;
 }
 
 int ReportOutOfMemory(char* error) {
   brindle::SetErrorText(error, "%s", kOutOfMemoryText);
-  return kOutOfMemory;
+  return brindle::kOutOfMemory;
 }
 
 int ReportNullArgument(char* error, const char* text) {
   brindle::SetErrorText(error, "%s", text);
-  return kNullArgument;
+  return brindle::kNullArgument;
 }
 
 }  // namespace
@@ -53,6 +49,7 @@ BRINDLE_API int poissonmallocvol(int vertexCount, double* coordinates, int tetra
                                  int* /*reserved*/, char* detail, void const** handle,
                                  char* error) {
   brindle::ClearErrorText(error);
+  // The trace texts are fixed, misspellings and doubled blanks included: keep them as they are.
   brindle::TraceOut("entering poissonmallocvol\n");
   const brindle::VolumeInput input{
       vertexCount,          coordinates,   tetrahedronCount, tetrahedra,
@@ -67,14 +64,14 @@ BRINDLE_API int poissonmallocvol(int vertexCount, double* coordinates, int tetra
                               tetrahedronMaterials, materialCount, conductivities, highCount,
                               highVertices, lowCount, lowVertices);
     brindle::TraceOut("define a new brindle\n");
-    int code = 0;
+    int code = brindle::kVolumeSucceeded;
     // The model moves into the solver; the temporary is released here rather than copied.
     auto solver = std::make_unique<Solver>(std::move(model), tolerance, &code, detail);
     brindle::TraceOut("done defining  a new brindle\n");
-    if (code == 0) {
+    if (code == brindle::kVolumeSucceeded) {
       *handle = solver.release();
       brindle::TraceOut("returning ffrom poissonmallocvol\n");
-      return 0;
+      return brindle::kVolumeSucceeded;
     }
     brindle::TraceErr("there was an error with the new brindle\n");
     brindle::SetErrorText(error, "Error constructing solver, code %d", code);
@@ -95,7 +92,7 @@ BRINDLE_API int poissonsolve(void* handle, double* temperatures, char* error) {
     return ReportOutOfMemory(error);
   }
   solver.CopyTemperatures(temperatures);
-  return 0;
+  return brindle::kVolumeSucceeded;
 }
 
 BRINDLE_API int poissonresid(void* handle, double* residual, char* error) {
@@ -107,14 +104,14 @@ BRINDLE_API int poissonresid(void* handle, double* residual, char* error) {
   } catch (const std::bad_alloc&) {
     return ReportOutOfMemory(error);
   }
-  return 0;
+  return brindle::kVolumeSucceeded;
 }
 
 BRINDLE_API int poissoninfo(void* handle, char* error) {
   brindle::ClearErrorText(error);
   if (!handle) {
     brindle::SetErrorText(error, "%s", kNullHandleText);
-    return kInfoNullHandle;
+    return brindle::kInfoNullHandle;
   }
   return static_cast<const Solver*>(handle)->Status();
 }
@@ -129,7 +126,7 @@ BRINDLE_API int poissonresetconductivities(void* handle, double* conductivities,
     const std::vector<double> values(conductivities, conductivities + solver.MaterialCount());
     std::string message;
     const int code = solver.UpdateConductivities(values, message);
-    if (code != 0) brindle::SetErrorText(error, "%s", message.c_str());
+    if (code != brindle::kVolumeSucceeded) brindle::SetErrorText(error, "%s", message.c_str());
     return code;
   } catch (const std::bad_alloc&) {
     return ReportOutOfMemory(error);

@@ -10,15 +10,9 @@
 
 #include "common/format_attribute.h"
 #include "volume/model.h"
+#include "volume/volume_status.h"
 
 namespace brindle {
-
-enum MeshCheckCode : int {
-  kDisconnectedMesh = 22,
-  kDegenerateTetrahedron = 23,
-  kSliverTetrahedron = 24,
-  kSoloVertex = 25,
-};
 
 // Raised inside the element loop once the failing check's message has been stored; caught
 // where the solver is built or updated.

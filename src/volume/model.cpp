@@ -1,7 +1,5 @@
 #include "volume/model.h"
 
-#include "volume/mesh_checks.h"
-
 namespace brindle {
 namespace {
 
@@ -40,10 +38,8 @@ prepoisson::prepoisson(int vertexCount, const double* coordinates, int tetrahedr
   this->tetrahedronMaterials =
       std::vector<std::int32_t>(tetrahedronMaterials, tetrahedronMaterials + tetrahedronCount);
   materials = std::vector<MaterialRecord>(materialCount);
-  for (int m = 0; m < materialCount; ++m) {
+  for (int m = 0; m < materialCount; ++m)
     materials[m].conductivity = conductivities[m];
-    materials[m].name = Formatted("material_%d", m);
-  }
   ClassifyVertices(vertices, highCount, highVertices, lowCount, lowVertices);
 }
 

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace brindle {
@@ -26,7 +25,6 @@ struct VertexRecord {
 
 struct MaterialRecord {
   double conductivity = 0.0;
-  std::string name;  // "material_<index>"
 };
 
 // The four corners of a tetrahedron. A type of its own (not a bare std::array) keeps the

@@ -10,6 +10,7 @@
 #include "volume/conduction_solver.h"
 #include "volume/solve_threads.h"
 #include "volume/solver_order.h"
+#include "volume/triplet_assembly.h"
 #include "volume/volume_fixtures.h"
 
 namespace volume_test {
@@ -68,9 +69,9 @@ void ExpectAssemblyMatchesTriplets(const Mesh& mesh) {
                                 [&](std::size_t, const std::int32_t(&p)[4],
                                     const brindle::ElementMatrix& k) { assembler.Add(p, k); });
   const brindle::SystemBlocks blocks = assembler.Finish();
-  const brindle::SystemBlocks reference = brindle::AssembleBlocksFromTriplets(
-      brindle::ElementTriplets(model, order.positions, mesh.tolerance, message), mesh.VertexCount(),
-      Eigen::Index(order.fixedCount));
+  const brindle::SystemBlocks reference =
+      AssembleBlocksFromTriplets(ElementTriplets(model, order.positions, mesh.tolerance, message),
+                                 mesh.VertexCount(), Eigen::Index(order.fixedCount));
   ExpectIdentical(blocks.freeBlock, reference.freeBlock);
   ExpectIdentical(blocks.couplingBlock, reference.couplingBlock);
 }

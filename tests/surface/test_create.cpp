@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "surface/sldm_solver.h"
 #include "surface/surface_model.h"
+#include "surface/surface_solver.h"
 #include "surface_test_support.h"
 
 namespace brindle {
@@ -91,7 +91,7 @@ TEST(SldmCreate, HugeRegionNumbersKeepOneConductivityPerRegionInUse) {
     r = r == 0 ? 2147483647 : 300000000;
   SolverHandle solver = CreateSolver(mesh, 1, regions);
   ASSERT_TRUE(solver);
-  const SurfaceModel& model = static_cast<SldmSolver*>(solver.get())->model;
+  const SurfaceModel& model = static_cast<SurfaceSolver*>(solver.get())->model;
   EXPECT_EQ(model.usedRegions, (std::vector<int>{300000000, 2147483647}));
   EXPECT_EQ(model.conductivity, (std::vector<double>{1.0, 1.0}));
   EXPECT_EQ(model.LargestRegion(), 2147483647);
@@ -114,7 +114,7 @@ TEST(SldmUpdate, SparseRegionNumbersReadTheirOwnEntries) {
   k[1] = 3.0;
   k[6] = 1.0;
   ASSERT_EQ(Update(solver.get(), k), 0);
-  const SurfaceModel& model = static_cast<SldmSolver*>(solver.get())->model;
+  const SurfaceModel& model = static_cast<SurfaceSolver*>(solver.get())->model;
   EXPECT_EQ(model.conductivity, (std::vector<double>{3.0, 1.0}));
 }
 

@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "meshtools/buffer_limit.h"
-#include "surface/sldm_solver.h"
+#include "surface/surface_solver.h"
 #include "surface_test_support.h"
 
 namespace brindle {
@@ -57,7 +57,7 @@ TEST_F(SolveOutputs, ArgumentStatusesWriteNothing) {
   sldmfree(nullptr);  // ignored
 }
 
-TEST_F(SolveOutputs, FluxMeshHasOneFlatColouredTrianglePerFace) {
+TEST_F(SolveOutputs, FluxMeshHasOneFlatColoredTrianglePerFace) {
   const auto s = SolveAll(solver_.get(), mesh_);
   const ON_Mesh& out = s->fluxMesh;
   ASSERT_EQ(out.VertexCount(), 3 * Faces());
@@ -110,7 +110,7 @@ TEST(SldmSolve, SegmentRunsFromTheFirstCrossedEdgeInCornerOrder) {
   EXPECT_NEAR(s->levelFlow[0], 0.5 * 1.5, 1e-15);
 }
 
-TEST(SldmSolve, TinyFaceCarriesNoFluxAndTakesTheZeroColour) {
+TEST(SldmSolve, TinyFaceCarriesNoFluxAndTakesTheZeroColor) {
   // A unit square plus a detached triangle too small for the flux determinant (1e-8).
   const double e = 5e-5;
   const ON_Mesh mesh =
@@ -144,7 +144,7 @@ TEST(SldmUpdate, StatusesAndConductivityReset) {
   const double k = 5.0;
   EXPECT_EQ(sldmupdate(solver.get(), &k, 1, error), -3003);
   EXPECT_STREQ(error, "");
-  EXPECT_EQ(static_cast<SldmSolver*>(solver.get())->model.conductivity,
+  EXPECT_EQ(static_cast<SurfaceSolver*>(solver.get())->model.conductivity,
             (std::vector<double>{1.0, 1.0}));
   EXPECT_NEAR(middle(), 0.25, 1e-14);
   EXPECT_EQ(sldmupdate(solver.get(), &k, -4, error), -3003);
