@@ -54,8 +54,8 @@ bool BufferLimit::Available() {
   return true;
 }
 
-BufferLimit::BufferLimit(std::size_t max_bytes) {
-  limit = max_bytes;
+BufferLimit::BufferLimit(std::size_t maxBytes) {
+  limit = maxBytes;
 }
 
 BufferLimit::~BufferLimit() {
