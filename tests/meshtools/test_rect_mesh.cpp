@@ -106,22 +106,4 @@ TEST(MakeRectMesh, ArraysThatCannotBeReservedGiveOutOfMemory) {
   }
 }
 
-// An append that cannot get memory for its array drops the element instead of writing through
-// a null buffer. (Growing a filled array that fails loses its old buffer, as in openNURBS, so
-// the library reserves its arrays empty and checks them instead of relying on growth.)
-TEST(OpenNurbsSimpleArray, AppendAfterFailedGrowthDropsTheElement) {
-  if (!meshtools_test::BufferLimit::Available()) GTEST_SKIP() << meshtools_test::kNoBufferLimit;
-  ON_SimpleArray<double> values;
-  {
-    meshtools_test::BufferLimit cap(0);
-    for (int i = 0; i < 8; ++i)
-      values.Append(2.0);
-  }
-  EXPECT_EQ(values.Count(), 0);
-  EXPECT_EQ(values.Capacity(), 0);
-  values.Append(3.0);
-  ASSERT_EQ(values.Count(), 1);
-  EXPECT_EQ(values[0], 3.0);
-}
-
 }  // namespace
