@@ -55,19 +55,18 @@ std::vector<std::uint32_t> RenderInfoPicture(int width, int height) {
     for (int column = 0; column < width; ++column) {
       const double u = (column + 0.5) / width;
       const double v = (row + 0.5) / height;
-      const double to_outdoor =
-          DistanceToQuadrant(u, v, kOuterCorner, 1 - kOuterCorner, true, true);
-      const double to_room = DistanceToQuadrant(u, v, kInnerCorner, 1 - kInnerCorner, false, false);
+      const double toOutdoor = DistanceToQuadrant(u, v, kOuterCorner, 1 - kOuterCorner, true, true);
+      const double toRoom = DistanceToQuadrant(u, v, kInnerCorner, 1 - kInnerCorner, false, false);
       std::uint32_t& pixel = pixels[static_cast<std::size_t>(row) * width + column];
-      if (to_outdoor == 0) {
+      if (toOutdoor == 0) {
         pixel = kOutdoorPixel;
-      } else if (to_room == 0) {
+      } else if (toRoom == 0) {
         pixel = kRoomPixel;
       } else {
-        const double t = to_outdoor / (to_outdoor + to_room);
+        const double t = toOutdoor / (toOutdoor + toRoom);
         const double band = t * kIsotherms - std::floor(t * kIsotherms);
-        const bool on_isotherm = band < 0.06 || band > 0.94;
-        pixel = on_isotherm ? Shade(HeatRampPixel(t), 0.55) : HeatRampPixel(t);
+        const bool onIsotherm = band < 0.06 || band > 0.94;
+        pixel = onIsotherm ? Shade(HeatRampPixel(t), 0.55) : HeatRampPixel(t);
       }
     }
   }

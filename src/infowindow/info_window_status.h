@@ -1,4 +1,4 @@
-// Statuses of doPoshModal, shared by the Windows window and the other platforms' stand-in.
+// Statuses of doPoshModal.
 #ifndef BRINDLE_INFOWINDOW_INFO_WINDOW_STATUS_H
 #define BRINDLE_INFOWINDOW_INFO_WINDOW_STATUS_H
 

@@ -98,9 +98,9 @@ DWORD OpenInfoWindow(HWND owner, InfoWindowSlot& slot) {
     return error;
   }
   CloseHandle(thread);
-  const DWORD wait_error = WaitServingSentMessages(startup.ready);
+  const DWORD waitError = WaitServingSentMessages(startup.ready);
   CloseHandle(startup.ready);
-  return wait_error ? wait_error : startup.error;
+  return waitError ? waitError : startup.error;
 }
 
 }  // namespace brindle

@@ -48,20 +48,20 @@ Function LoadFunction(HMODULE module, const char* name) {
 
 InfoWindow::~InfoWindow() {
   if (window_) DestroyWindow(window_);
-  if (title_font_) DeleteObject(title_font_);
-  if (text_font_) DeleteObject(text_font_);
+  if (titleFont_) DeleteObject(titleFont_);
+  if (textFont_) DeleteObject(textFont_);
   if (dwmapi_) FreeLibrary(dwmapi_);
 }
 
 HWND InfoWindow::Create(HINSTANCE instance) {
-  WNDCLASSEXW window_class = {};
-  window_class.cbSize = sizeof(window_class);
-  window_class.lpfnWndProc = &InfoWindow::Procedure;
-  window_class.hInstance = instance;
-  window_class.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
-  window_class.lpszClassName = kClassName;
+  WNDCLASSEXW windowClass = {};
+  windowClass.cbSize = sizeof(windowClass);
+  windowClass.lpfnWndProc = &InfoWindow::Procedure;
+  windowClass.hInstance = instance;
+  windowClass.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
+  windowClass.lpszClassName = kClassName;
   // A window of an earlier opening may still hold the class while its thread winds down.
-  if (!RegisterClassExW(&window_class) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
+  if (!RegisterClassExW(&windowClass) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
     return nullptr;
   }
 
@@ -74,9 +74,9 @@ HWND InfoWindow::Create(HINSTANCE instance) {
   dwmapi_ = LoadLibraryExW(L"dwmapi.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
 
   const DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU;
-  const DWORD ex_style = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+  const DWORD exStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
   const RECT frame = InitialWindowRect();
-  return CreateWindowExW(ex_style, kClassName, kInfoWindowTitle, style, frame.left, frame.top,
+  return CreateWindowExW(exStyle, kClassName, kInfoWindowTitle, style, frame.left, frame.top,
                          frame.right - frame.left, frame.bottom - frame.top, owner_, nullptr,
                          instance, this);
 }
@@ -84,7 +84,7 @@ HWND InfoWindow::Create(HINSTANCE instance) {
 void InfoWindow::Show() {
   if (owner_ && IsWindowEnabled(owner_)) {
     EnableWindow(owner_, FALSE);
-    owner_disabled_ = true;
+    ownerDisabled_ = true;
   }
   ShowWindow(window_, SW_SHOWNORMAL);
   UpdateWindow(window_);
@@ -196,17 +196,17 @@ void InfoWindow::CreateFonts() {
   } else {
     GetObjectW(GetStockObject(DEFAULT_GUI_FONT), sizeof(text), &text);
   }
-  text_font_ = CreateFontIndirectW(&text);
+  textFont_ = CreateFontIndirectW(&text);
   LOGFONTW title = text;
   title.lfHeight = -Scaled(26);
   title.lfWeight = FW_BOLD;
-  title_font_ = CreateFontIndirectW(&title);
+  titleFont_ = CreateFontIndirectW(&title);
 }
 
 void InfoWindow::CreateButtons() {
-  const DWORD link_style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON;
-  AddButton(kProductLink.caption, kProductLinkId, link_style, kMargin, kLinkButtonWidth);
-  AddButton(kDocumentationLink.caption, kDocumentationLinkId, link_style,
+  const DWORD linkStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON;
+  AddButton(kProductLink.caption, kProductLinkId, linkStyle, kMargin, kLinkButtonWidth);
+  AddButton(kDocumentationLink.caption, kDocumentationLinkId, linkStyle,
             kMargin + kLinkButtonWidth + 8, kLinkButtonWidth);
   HWND close = AddButton(L"Close", IDOK, WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON,
                          kClientWidth - kMargin - kCloseButtonWidth, kCloseButtonWidth);
@@ -219,19 +219,19 @@ HWND InfoWindow::AddButton(const wchar_t* caption, int id, DWORD style, int x, i
       0, L"BUTTON", caption, style, Scaled(x), Scaled(top), Scaled(width), Scaled(kButtonHeight),
       window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
       reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(window_, GWLP_HINSTANCE)), nullptr);
-  if (button && text_font_)
-    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(text_font_), FALSE);
+  if (button && textFont_)
+    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(textFont_), FALSE);
   return button;
 }
 
 // Under desktop composition the frame reaches into the client area as a glass rim; without it,
 // or where the composition service is missing, the window keeps a plain frame.
 void InfoWindow::UpdateFrame() {
-  const auto is_enabled =
+  const auto isEnabled =
       LoadFunction<IsCompositionEnabledFunction>(dwmapi_, "DwmIsCompositionEnabled");
   const auto extend = LoadFunction<ExtendFrameFunction>(dwmapi_, "DwmExtendFrameIntoClientArea");
   BOOL enabled = FALSE;
-  glass_ = is_enabled && extend && SUCCEEDED(is_enabled(&enabled)) && enabled;
+  glass_ = isEnabled && extend && SUCCEEDED(isEnabled(&enabled)) && enabled;
   if (extend) {
     const int rim = glass_ ? Scaled(kGlassRim) : 0;
     const MARGINS margins = {rim, rim, rim, rim};
@@ -258,11 +258,11 @@ void InfoWindow::Paint(HDC dc) {
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
   const UINT line = DT_LEFT | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS;
-  DrawTextLine(dc, title_font_, kPluginName, kMargin, 36, line);
-  DrawTextLine(dc, text_font_, kPluginDescription, kMargin + 44, 40,
+  DrawTextLine(dc, titleFont_, kPluginName, kMargin, 36, line);
+  DrawTextLine(dc, textFont_, kPluginDescription, kMargin + 44, 40,
                DT_LEFT | DT_WORDBREAK | DT_NOPREFIX);
   SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
-  DrawTextLine(dc, text_font_, kPluginVersionLine, kMargin + 84, 20, line);
+  DrawTextLine(dc, textFont_, kPluginVersionLine, kMargin + 84, 20, line);
 }
 
 void InfoWindow::DrawTextLine(HDC dc, HFONT font, const wchar_t* text, int top, int height,
@@ -282,9 +282,9 @@ void InfoWindow::OpenLink(const wchar_t* address) {
 }
 
 void InfoWindow::EnableOwner() {
-  if (!owner_disabled_) return;
+  if (!ownerDisabled_) return;
   EnableWindow(owner_, TRUE);
-  owner_disabled_ = false;
+  ownerDisabled_ = false;
 }
 
 }  // namespace brindle

@@ -23,6 +23,13 @@ struct InfoWindowSlot {
   std::atomic<HWND> handle{nullptr};
 };
 
+// Opens the information window owned by `owner` (may be null), or brings the open one to the
+// front: 0, or the Windows error code of the failure.
+DWORD ShowInfoWindow(HWND owner);
+
+// The open information window, null when none is open.
+HWND OpenInfoWindowHandle();
+
 // Opens the information window, owned by `owner` (may be null), on a new thread and returns
 // once it is shown: 0, or the Windows error code of the failure. The caller holds
 // `slot.opening` and has checked that no window is open.
@@ -62,11 +69,11 @@ class InfoWindow {
 
   HWND window_ = nullptr;
   HWND owner_ = nullptr;
-  bool owner_disabled_ = false;
+  bool ownerDisabled_ = false;
   std::atomic<HWND>& published_;
   int dpi_ = 96;
-  HFONT title_font_ = nullptr;
-  HFONT text_font_ = nullptr;
+  HFONT titleFont_ = nullptr;
+  HFONT textFont_ = nullptr;
   HMODULE dwmapi_ = nullptr;
   bool glass_ = false;
 };

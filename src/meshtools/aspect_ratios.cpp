@@ -3,11 +3,11 @@
 #include <cmath>
 #include <limits>
 
-#include "brindle.h"
-#include "common/error_text.h"
-
 namespace brindle {
+namespace {
 
+// Cmax * Lmax / (6 V) of the tetrahedron (p0, p1, p2, p3); +infinity when its volume is zero
+// (or not a positive number, e.g. for unset corners).
 double TetrahedronAspectRatio(const ON_3dPoint& p0, const ON_3dPoint& p1, const ON_3dPoint& p2,
                               const ON_3dPoint& p3) {
   const ON_3dVector e01 = p1 - p0;
@@ -16,7 +16,7 @@ double TetrahedronAspectRatio(const ON_3dPoint& p0, const ON_3dPoint& p1, const 
   const ON_3dVector e12 = p2 - p1;
   const ON_3dVector e13 = p3 - p1;
   const ON_3dVector e23 = p3 - p2;
-  const double longest_edge =
+  const double longestEdge =
       ON_Max(ON_Max(ON_Max(e01.Length(), e02.Length()), ON_Max(e03.Length(), e12.Length())),
              ON_Max(e13.Length(), e23.Length()));
 
@@ -25,12 +25,14 @@ double TetrahedronAspectRatio(const ON_3dPoint& p0, const ON_3dPoint& p1, const 
   const double area013 = ON_CrossProduct(e01, e03).Length();
   const double area023 = ON_CrossProduct(e02, e03).Length();
   const double area123 = ON_CrossProduct(e12, e13).Length();
-  const double largest_area = ON_Max(ON_Max(area012, area013), ON_Max(area023, area123));
+  const double largestArea = ON_Max(ON_Max(area012, area013), ON_Max(area023, area123));
 
   const double volume = std::fabs((n012 * e03) * (1.0 / 6.0));
-  if (volume > 0.0) return (largest_area * longest_edge) * ((1.0 / 6.0) / volume);
+  if (volume > 0.0) return (largestArea * longestEdge) * ((1.0 / 6.0) / volume);
   return std::numeric_limits<double>::infinity();
 }
+
+}  // namespace
 
 void ComputeAspectRatios(const ON_Mesh& mesh, double* ratios) {
   for (int i = 0; i < mesh.FaceCount(); ++i) {
@@ -41,17 +43,3 @@ void ComputeAspectRatios(const ON_Mesh& mesh, double* ratios) {
 }
 
 }  // namespace brindle
-
-extern "C" BRINDLE_API int AspectRatios(const ON_Mesh* mesh, double* ratios, char* error) {
-  brindle::ClearErrorText(error);
-  if (mesh == nullptr) {
-    brindle::SetErrorText(error, "Null mesh");
-    return 1;
-  }
-  if (ratios == nullptr && mesh->FaceCount() > 0) {
-    brindle::SetErrorText(error, "Null output array");
-    return 2;
-  }
-  brindle::ComputeAspectRatios(*mesh, ratios);
-  return 0;
-}

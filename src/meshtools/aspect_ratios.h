@@ -7,11 +7,6 @@
 
 namespace brindle {
 
-// Cmax * Lmax / (6 V) of the tetrahedron (p0, p1, p2, p3); +infinity when its volume is zero
-// (or not a positive number, e.g. for unset corners).
-double TetrahedronAspectRatio(const ON_3dPoint& p0, const ON_3dPoint& p1, const ON_3dPoint& p2,
-                              const ON_3dPoint& p3);
-
 // Writes one ratio per face of `mesh` into `ratios`, reading every face as a tetrahedron.
 void ComputeAspectRatios(const ON_Mesh& mesh, double* ratios);
 

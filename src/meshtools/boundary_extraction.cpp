@@ -2,15 +2,18 @@
 
 #include <new>
 
-#include "brindle.h"
-#include "common/error_text.h"
+#include "meshtools/face_table.h"
 
 namespace brindle {
+namespace {
 
+// Adds the four triangles of every face of `tetrahedra`, read as a tetrahedron, to `table`.
 void AddTetrahedra(const ON_Mesh& tetrahedra, FaceTable& table) {
   for (int t = 0; t < tetrahedra.FaceCount(); ++t)
-    table.AddTetrahedron(tetrahedra.m_F[t].vi, t);
+    table.AddTetrahedron(tetrahedra.m_F[t].vi);
 }
+
+}  // namespace
 
 std::unique_ptr<ON_Mesh> ExtractBoundaryMesh(const ON_Mesh& tetrahedra,
                                              BoundaryFaceCounts* counts) {
@@ -49,7 +52,7 @@ std::unique_ptr<ON_Mesh> ExtractBoundaryMesh(const ON_Mesh& tetrahedra,
     } else if (tets == 2) {
       ++found.interior;
     } else {
-      ++found.over_shared;
+      ++found.overShared;
     }
   });
   // Drops the vertices inside the volume and renumbers the triangles, keeping their order.
@@ -59,26 +62,3 @@ std::unique_ptr<ON_Mesh> ExtractBoundaryMesh(const ON_Mesh& tetrahedra,
 }
 
 }  // namespace brindle
-
-extern "C" BRINDLE_API int ExtractBoundaryMeshWithStats(const ON_Mesh* tetrahedra,
-                                                        int* boundary_count, int* interior_count,
-                                                        int* over_shared_count, ON_Mesh** result,
-                                                        char* error) {
-  brindle::ClearErrorText(error);
-  if (tetrahedra == nullptr || tetrahedra->FaceCount() == 0) {
-    if (result != nullptr) *result = nullptr;
-    brindle::SetErrorText(error, "Null or empty tet mesh");
-    return 1;
-  }
-  if (result == nullptr) {
-    brindle::SetErrorText(error, "Null result pointer");
-    return 2;
-  }
-  brindle::BoundaryFaceCounts counts;
-  std::unique_ptr<ON_Mesh> boundary = brindle::ExtractBoundaryMesh(*tetrahedra, &counts);
-  if (boundary_count != nullptr) *boundary_count = counts.boundary;
-  if (interior_count != nullptr) *interior_count = counts.interior;
-  if (over_shared_count != nullptr) *over_shared_count = counts.over_shared;
-  *result = boundary.release();
-  return 0;
-}

@@ -5,19 +5,22 @@
 
 #include <memory>
 
-#include "meshtools/face_table.h"
 #include "opennurbs.h"
 
 namespace brindle {
 
-struct BoundaryFaceCounts {
-  int boundary = 0;     // triangles of exactly one tetrahedron
-  int interior = 0;     // triangles of exactly two
-  int over_shared = 0;  // triangles of three or more: a broken volume mesh
+// Statuses of ExtractBoundaryMeshWithStats.
+enum BoundaryExtractionStatus {
+  kExtractSucceeded = 0,
+  kExtractNullOrEmptyMesh = 1,
+  kExtractNullResult = 2,
 };
 
-// Adds the four triangles of every face of `tetrahedra`, read as a tetrahedron, to `table`.
-void AddTetrahedra(const ON_Mesh& tetrahedra, FaceTable& table);
+struct BoundaryFaceCounts {
+  int boundary = 0;    // triangles of exactly one tetrahedron
+  int interior = 0;    // triangles of exactly two
+  int overShared = 0;  // triangles of three or more: a broken volume mesh
+};
 
 // Builds the boundary mesh: copies of the input's single- and double-precision vertices and
 // vertex colours, and one triangle (k0, k1, k2, k2) per boundary key in ascending key order,

@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "brindle.h"
-#include "common/error_text.h"
-
 namespace brindle {
 namespace {
 
@@ -28,21 +25,15 @@ double AngleBetweenFaces(const ON_3dVector& n1, const ON_3dVector& n2) {
   return kPi - std::acos(std::max(std::min(n1 * n2, 1.0), -1.0));
 }
 
-}  // namespace
-
-ON_3dVector NormalAwayFrom(const ON_3dPoint& a, const ON_3dPoint& b, const ON_3dPoint& c,
-                           const ON_3dPoint& d) {
-  const ON_3dVector n = UnitCross(b - a, c - a);
-  return TurnedAway(n, n * (d - a));
-}
-
+// The six dihedral angles in radians of the tetrahedron p[0..3]; an angle whose face normals
+// vanish is 0.
 void TetrahedronDihedralAngles(const ON_3dPoint p[4], double angles[6]) {
-  // Each edge (a, b) with the other corners c, d needs the normals of (a, b, c) away from d and
-  // of (a, b, d) away from c: twelve normals, as NormalAwayFrom computes them. Swapping the
-  // last two corners of a triangle only negates its cross product exactly, and with it the
-  // side test, so the triangles (0,2,1), (0,3,1), (0,3,2) and (1,3,2) reuse the unit normals of
-  // (0,1,2), (0,1,3), (0,2,3) and (1,2,3): eight unitisations give the same bits as twelve.
-  // The nine edge vectors serve all of them.
+  // Each edge (a, b) with the other corners c, d needs the unit normals of (a, b, c) turned away
+  // from d and of (a, b, d) turned away from c: twelve normals. Swapping the last two corners of
+  // a triangle only negates its cross product exactly, and with it the side test, so the triangles
+  // (0,2,1), (0,3,1), (0,3,2) and (1,3,2) reuse the unit normals of (0,1,2), (0,1,3), (0,2,3) and
+  // (1,2,3): eight unitisations give the same bits as twelve. The nine edge vectors serve all of
+  // them.
   const ON_3dVector e01 = p[1] - p[0], e02 = p[2] - p[0], e03 = p[3] - p[0];
   const ON_3dVector e10 = p[0] - p[1], e12 = p[2] - p[1], e13 = p[3] - p[1];
   const ON_3dVector e20 = p[0] - p[2], e21 = p[1] - p[2], e23 = p[3] - p[2];
@@ -60,6 +51,8 @@ void TetrahedronDihedralAngles(const ON_3dPoint p[4], double angles[6]) {
   angles[5] = AngleBetweenFaces(TurnedAway(n230, n230 * e21), TurnedAway(n231, n231 * e20));
 }
 
+}  // namespace
+
 void ComputeDihedralAngles(const ON_Mesh& mesh, double* angles) {
   for (int i = 0; i < mesh.FaceCount(); ++i) {
     const int* corner = mesh.m_F[i].vi;
@@ -70,17 +63,3 @@ void ComputeDihedralAngles(const ON_Mesh& mesh, double* angles) {
 }
 
 }  // namespace brindle
-
-extern "C" BRINDLE_API int DihedralAngles(const ON_Mesh* mesh, double* angles, char* error) {
-  brindle::ClearErrorText(error);
-  if (mesh == nullptr) {
-    brindle::SetErrorText(error, "Null mesh");
-    return 1;
-  }
-  if (angles == nullptr && mesh->FaceCount() > 0) {
-    brindle::SetErrorText(error, "Null output array");
-    return 2;
-  }
-  brindle::ComputeDihedralAngles(*mesh, angles);
-  return 0;
-}

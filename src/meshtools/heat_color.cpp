@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "brindle.h"
 #include "opennurbs.h"
 
 namespace brindle {
@@ -24,11 +23,3 @@ RgbChannels HeatColorChannels(double t) {
 }
 
 }  // namespace brindle
-
-void HeatColor(double t, int* red, int* green, int* blue) {
-  const brindle::RgbChannels rgb = brindle::HeatColorChannels(t);
-  // A null channel pointer is skipped rather than dereferenced.
-  if (red) *red = rgb.red;
-  if (green) *green = rgb.green;
-  if (blue) *blue = rgb.blue;
-}

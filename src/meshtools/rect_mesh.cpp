@@ -3,9 +3,7 @@
 #include <climits>
 #include <new>
 
-#include "brindle.h"
 #include "common/boundary_status.h"
-#include "common/error_text.h"
 
 namespace brindle {
 namespace {
@@ -27,14 +25,14 @@ void ReserveOrThrow(ON_SimpleArray<T>& array, std::size_t capacity) {
 }
 
 void ReserveGridArrays(int nx, int ny, ON_Mesh& mesh) {
-  const std::size_t vertex_count = static_cast<std::size_t>(nx + 1) * (ny + 1);
-  const std::size_t triangle_count = 2 * static_cast<std::size_t>(nx) * ny;
-  ReserveOrThrow(mesh.m_dV, vertex_count);
-  ReserveOrThrow(mesh.m_V, vertex_count);
-  ReserveOrThrow(mesh.m_C, vertex_count);
-  ReserveOrThrow(mesh.m_N, vertex_count);
-  ReserveOrThrow(mesh.m_F, triangle_count);
-  ReserveOrThrow(mesh.m_FN, triangle_count);
+  const std::size_t vertexCount = static_cast<std::size_t>(nx + 1) * (ny + 1);
+  const std::size_t triangleCount = 2 * static_cast<std::size_t>(nx) * ny;
+  ReserveOrThrow(mesh.m_dV, vertexCount);
+  ReserveOrThrow(mesh.m_V, vertexCount);
+  ReserveOrThrow(mesh.m_C, vertexCount);
+  ReserveOrThrow(mesh.m_N, vertexCount);
+  ReserveOrThrow(mesh.m_F, triangleCount);
+  ReserveOrThrow(mesh.m_FN, triangleCount);
 }
 
 void AppendGridVertices(const ON_Plane& plane, double width, double height, int nx, int ny,
@@ -44,12 +42,12 @@ void AppendGridVertices(const ON_Plane& plane, double width, double height, int 
   const double dx = width / nx;
   const double dy = height / ny;
   for (int j = 0; j <= ny; ++j) {
-    const ON_Color colour = BoundaryStatusColor(RowStatus(j, ny));
+    const ON_Color color = BoundaryStatusColor(RowStatus(j, ny));
     const double v = j * dy + y0;
     for (int i = 0; i <= nx; ++i) {
       const double u = i * dx + x0;
       mesh.m_dV.Append(plane.PointAt(u, v));
-      mesh.m_C.Append(colour);
+      mesh.m_C.Append(color);
     }
   }
 }
@@ -95,33 +93,3 @@ std::unique_ptr<ON_Mesh> BuildRectMesh(const ON_Plane& plane, double width, doub
 }
 
 }  // namespace brindle
-
-extern "C" BRINDLE_API int MakeRectMesh(const ON_Plane* plane, double width, double height, int nx,
-                                        int ny, ON_Mesh** result, char* error) {
-  brindle::ClearErrorText(error);
-  if (!brindle::IsValidRectangle(width, height, nx, ny)) {
-    if (result != nullptr) *result = nullptr;
-    brindle::SetErrorText(error, "Invalid dimensions or subdivisions");
-    return 1;
-  }
-  if (plane == nullptr || result == nullptr) {
-    if (result != nullptr) *result = nullptr;
-    brindle::SetErrorText(error, "Null plane or result pointer");
-    return 3;
-  }
-  std::unique_ptr<ON_Mesh> mesh;
-  try {
-    mesh = brindle::BuildRectMesh(*plane, width, height, nx, ny);
-  } catch (const std::bad_alloc&) {
-    *result = nullptr;
-    brindle::SetErrorText(error, "Out of memory");
-    return 4;
-  }
-  if (!mesh->IsValid()) {
-    *result = nullptr;
-    brindle::SetErrorText(error, "Generated mesh is invalid");
-    return 2;
-  }
-  *result = mesh.release();
-  return 0;
-}

@@ -9,6 +9,15 @@
 
 namespace brindle {
 
+// Statuses of MakeRectMesh.
+enum RectMeshStatus {
+  kRectSucceeded = 0,
+  kRectInvalidDimensions = 1,
+  kRectInvalidMesh = 2,
+  kRectNullArgument = 3,
+  kRectOutOfMemory = 4,
+};
+
 // True when width and height are positive numbers and the grid of nx by ny cells has at least
 // one cell and few enough vertices and triangles to be counted in an int.
 bool IsValidRectangle(double width, double height, int nx, int ny);

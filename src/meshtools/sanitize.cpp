@@ -3,16 +3,13 @@
 #include <algorithm>
 #include <new>
 
-#include "brindle.h"
-#include "common/error_text.h"
-
 namespace brindle {
 
 SanitizeProblem FindSanitizeProblem(const ON_Mesh& mesh) {
-  const int single_count = mesh.m_V.Count();
-  const int double_count = mesh.m_dV.Count();
+  const int singleCount = mesh.m_V.Count();
+  const int doubleCount = mesh.m_dV.Count();
   if (mesh.TriangleCount() != 0 && mesh.QuadCount() != 0) return SanitizeProblem::kMixedFaceTypes;
-  if (single_count != 0 && double_count != 0 && single_count != double_count) {
+  if (singleCount != 0 && doubleCount != 0 && singleCount != doubleCount) {
     return SanitizeProblem::kVertexCountsDiffer;
   }
   if (!mesh.HasSynchronizedDoubleAndSinglePrecisionVertices()) {
@@ -36,45 +33,3 @@ std::unique_ptr<ON_Mesh> CopyWithBothPrecisions(const ON_Mesh& mesh) {
 }
 
 }  // namespace brindle
-
-extern "C" BRINDLE_API int TrySanitize(const ON_Mesh* mesh, int* error_code, ON_Mesh** result,
-                                       char* error) {
-  using brindle::SanitizeProblem;
-  brindle::ClearErrorText(error);
-  if (mesh == nullptr || error_code == nullptr) {
-    if (result != nullptr) *result = nullptr;
-    brindle::SetErrorText(error, "Null mesh or error code pointer");
-    return 1;
-  }
-  const SanitizeProblem problem = brindle::FindSanitizeProblem(*mesh);
-  if (problem != SanitizeProblem::kNone) {
-    if (result != nullptr) *result = nullptr;
-    switch (problem) {
-      case SanitizeProblem::kMixedFaceTypes:
-        *error_code = -1;
-        brindle::SetErrorText(error, "Mesh has both triangles and quads");
-        return 2;
-      case SanitizeProblem::kVertexCountsDiffer:
-        *error_code = -2;
-        brindle::SetErrorText(error, "Single and double precision vertex counts differ");
-        return 3;
-      default:
-        *error_code = -2;
-        brindle::SetErrorText(error,
-                              "Vertices not synchronized between single and double precision");
-        return 3;
-    }
-  }
-  if (result == nullptr) {
-    brindle::SetErrorText(error, "Null result pointer");
-    return 4;
-  }
-  try {
-    *result = brindle::CopyWithBothPrecisions(*mesh).release();
-  } catch (const std::bad_alloc&) {
-    *result = nullptr;
-    brindle::SetErrorText(error, "Out of memory");
-    return 5;
-  }
-  return 0;
-}

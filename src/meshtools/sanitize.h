@@ -9,6 +9,22 @@
 
 namespace brindle {
 
+// Statuses of TrySanitize.
+enum SanitizeStatus {
+  kSanitizeSucceeded = 0,
+  kSanitizeNullArgument = 1,
+  kSanitizeMixedFaces = 2,
+  kSanitizeVertexMismatch = 3,
+  kSanitizeNullResult = 4,
+  kSanitizeOutOfMemory = 5,
+};
+
+// The error codes TrySanitize writes beside statuses 2 and 3.
+enum SanitizeErrorCode {
+  kSanitizeCodeMixedFaces = -1,
+  kSanitizeCodeVertexMismatch = -2,
+};
+
 enum class SanitizeProblem {
   kNone,
   kMixedFaceTypes,           // triangles and quads at once

@@ -13,8 +13,8 @@ namespace {
 TEST(InfoWindowElsewhere, ReportsThatNoWindowIsAvailable) {
   char error[1024];
   std::memset(error, 'x', sizeof(error));
-  int owner_stand_in = 0;
-  EXPECT_EQ(doPoshModal(&owner_stand_in, error), 1);
+  int ownerStandIn = 0;
+  EXPECT_EQ(doPoshModal(&ownerStandIn, error), 1);
   EXPECT_EQ(std::string(error), "The information window is not available on this platform");
   EXPECT_EQ(doPoshModal(nullptr, nullptr), 1);
   EXPECT_EQ(getPoshHandle(), nullptr);

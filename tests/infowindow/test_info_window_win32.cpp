@@ -76,8 +76,8 @@ class InfoWindowTest : public testing::Test {
 
 TEST_F(InfoWindowTest, RejectsAnOwnerThatIsNotAWindow) {
   char error[1024] = "stale";
-  HWND not_a_window = reinterpret_cast<HWND>(static_cast<INT_PTR>(0x7ff0));
-  EXPECT_EQ(doPoshModal(not_a_window, error), 2);
+  HWND notAWindow = reinterpret_cast<HWND>(static_cast<INT_PTR>(0x7ff0));
+  EXPECT_EQ(doPoshModal(notAWindow, error), 2);
   EXPECT_STREQ(error, "The owner window handle is not a window");
   EXPECT_EQ(getPoshHandle(), nullptr);
 }
@@ -122,9 +122,9 @@ TEST_F(InfoWindowTest, ClosesWithEscapeAndOpensAgainAfterwards) {
   if (skipped_) GTEST_SKIP() << "no desktop to open a window on";
   ASSERT_NE(first, nullptr);
   // A key pressed on one of its buttons goes through the window's own message loop.
-  HWND close_button = GetDlgItem(first, IDOK);
-  ASSERT_NE(close_button, nullptr);
-  PostMessageW(close_button, WM_KEYDOWN, VK_ESCAPE, 0);
+  HWND closeButton = GetDlgItem(first, IDOK);
+  ASSERT_NE(closeButton, nullptr);
+  PostMessageW(closeButton, WM_KEYDOWN, VK_ESCAPE, 0);
   EXPECT_TRUE(PumpUntil([] { return getPoshHandle() == nullptr; }));
 
   // The closed window's thread withdraws the window class; a new window must still open.

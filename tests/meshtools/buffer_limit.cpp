@@ -21,6 +21,8 @@ bool Refused(std::size_t bytes) {
 // Visible outside the program, so that the shared library's calls bind to them.
 #define BRINDLE_TEST_VISIBLE __attribute__((visibility("default")))
 
+// The functions carry openNURBS's names, which they replace.
+// NOLINTBEGIN(readability-identifier-naming)
 extern "C" {
 
 BRINDLE_TEST_VISIBLE void* onmalloc(size_t sz) {
@@ -46,7 +48,9 @@ BRINDLE_TEST_VISIBLE void* onrealloc(void* memblock, size_t sz) {
   if (Refused(sz)) return nullptr;
   return std::realloc(memblock, sz);
 }
-}
+
+}  // extern "C"
+// NOLINTEND(readability-identifier-naming)
 
 namespace meshtools_test {
 
@@ -54,8 +58,8 @@ bool BufferLimit::Available() {
   return true;
 }
 
-BufferLimit::BufferLimit(std::size_t max_bytes) {
-  limit = max_bytes;
+BufferLimit::BufferLimit(std::size_t maxBytes) {
+  limit = maxBytes;
 }
 
 BufferLimit::~BufferLimit() {

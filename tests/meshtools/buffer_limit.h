@@ -8,10 +8,10 @@
 namespace meshtools_test {
 
 // While an object lives, onmalloc, oncalloc and onrealloc refuse (return null for) any buffer
-// larger than `max_bytes`.
+// larger than `maxBytes`.
 class BufferLimit {
  public:
-  explicit BufferLimit(std::size_t max_bytes);
+  explicit BufferLimit(std::size_t maxBytes);
   ~BufferLimit();
   BufferLimit(const BufferLimit&) = delete;
   BufferLimit& operator=(const BufferLimit&) = delete;

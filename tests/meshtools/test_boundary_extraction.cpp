@@ -8,7 +8,6 @@
 
 #include "brindle.h"
 #include "meshtools/buffer_limit.h"
-#include "meshtools/face_table.h"
 #include "tet_mesh_builders.h"
 
 namespace {
@@ -33,17 +32,6 @@ Faces Extract(const std::vector<std::array<int, 4>>& tets, Counts* counts) {
   }
   delete result;
   return faces;
-}
-
-TEST(FaceTable, ListsTetrahedraInInsertionOrderBeyondTheInlineOnes) {
-  brindle::FaceTable table(1);
-  for (int t : {5, 3, 9, 1, 4}) {  // two keys whose overflow links interleave
-    table.Add(brindle::FaceKey::Sorted(7, 3, 5), t);
-    table.Add(brindle::FaceKey::Sorted(3, 7, 6), t + 10);
-  }
-  EXPECT_EQ(table.Tetrahedra(brindle::FaceKey{{3, 5, 7}}), (std::vector<int>{5, 3, 9, 1, 4}));
-  EXPECT_EQ(table.Tetrahedra(brindle::FaceKey{{3, 6, 7}}), (std::vector<int>{15, 13, 19, 11, 14}));
-  EXPECT_TRUE(table.Tetrahedra(brindle::FaceKey{{0, 1, 2}}).empty());
 }
 
 TEST(ExtractBoundaryMeshWithStats, OneTwoAndThreeTetrahedraAroundAFace) {
@@ -90,13 +78,13 @@ TEST(ExtractBoundaryMeshWithStats, StructuredCubeHasAClosedCompactedBoundary) {
     EXPECT_TRUE(i == 0 || original > static_cast<unsigned int>(surface->m_C[i - 1]));
     EXPECT_EQ(surface->m_dV[i], cube->m_dV[static_cast<int>(original)]);
   }
-  std::map<std::pair<int, int>, int> edge_uses;
+  std::map<std::pair<int, int>, int> edgeUses;
   for (int f = 0; f < surface->FaceCount(); ++f) {
     const int* v = surface->m_F[f].vi;
     EXPECT_TRUE(v[0] < v[1] && v[1] < v[2] && v[2] == v[3]);
-    ++edge_uses[{v[0], v[1]}], ++edge_uses[{v[0], v[2]}], ++edge_uses[{v[1], v[2]}];
+    ++edgeUses[{v[0], v[1]}], ++edgeUses[{v[0], v[2]}], ++edgeUses[{v[1], v[2]}];
   }
-  for (const auto& [edge, uses] : edge_uses)
+  for (const auto& [edge, uses] : edgeUses)
     EXPECT_EQ(uses, 2) << edge.first << "-" << edge.second;
 }
 

@@ -34,6 +34,15 @@ TEST(DihedralAngles, TellingValuesInEdgeOrder) {
   EXPECT_STREQ(error, "Null output array");
 }
 
+// The unit normal of the triangle (a, b, c) turned away from the fourth corner d; the zero
+// vector when the triangle has no direction.
+ON_3dVector NormalAwayFrom(const ON_3dPoint& a, const ON_3dPoint& b, const ON_3dPoint& c,
+                           const ON_3dPoint& d) {
+  ON_3dVector n = ON_CrossProduct(b - a, c - a);
+  n.Unitize();
+  return n * (d - a) > 0.0 ? -n : n;
+}
+
 // For edge (a, b) with the other corners c < d: the normal of (a, b, c) away from d against
 // the normal of (a, b, d) away from c, twelve normals computed separately.
 void ReferenceAngles(const ON_3dPoint p[4], double angles[6]) {
@@ -41,40 +50,56 @@ void ReferenceAngles(const ON_3dPoint p[4], double angles[6]) {
                           {1, 2, 0, 3}, {1, 3, 0, 2}, {2, 3, 0, 1}};
   for (int j = 0; j < 6; ++j) {
     const ON_3dPoint &a = p[edge[j][0]], &b = p[edge[j][1]], &c = p[edge[j][2]], &d = p[edge[j][3]];
-    const ON_3dVector n1 = brindle::NormalAwayFrom(a, b, c, d);
-    const ON_3dVector n2 = brindle::NormalAwayFrom(a, b, d, c);
+    const ON_3dVector n1 = NormalAwayFrom(a, b, c, d);
+    const ON_3dVector n2 = NormalAwayFrom(a, b, d, c);
     angles[j] = n1.IsZero() || n2.IsZero() ? 0.0 : kPi - std::acos(std::clamp(n1 * n2, -1.0, 1.0));
   }
 }
 
+// Each tetrahedron against the reference, and every 22nd (a general one) with shuffled corners.
 TEST(DihedralAngles, TwelveNormalsAndIndependentOfCornerOrder) {
   // Small integer grids make coplanar, collinear and repeated corners common, where a side
   // test of exactly zero decides the direction of a normal.
   std::mt19937 random(7);
   std::uniform_int_distribution<int> grid(-2, 2);
   std::uniform_real_distribution<double> real(-1.0, 1.0);
-  const int edge[6][2] = {{0, 1}, {0, 2}, {0, 3}, {1, 2}, {1, 3}, {2, 3}};
-  for (int trial = 0; trial < 20000; ++trial) {
+  const int trials = 20000;
+  std::vector<ON_3dPoint> points;
+  std::vector<std::array<int, 4>> tets;
+  std::vector<std::array<int, 4>> perms;
+  for (int trial = 0; trial < trials; ++trial) {
     const bool general = trial % 2;
-    ON_3dPoint p[4];
-    for (ON_3dPoint& q : p) {
-      q = general ? ON_3dPoint(real(random), real(random), real(random))
-                  : ON_3dPoint(grid(random), grid(random), grid(random));
+    for (int k = 0; k < 4; ++k) {
+      points.push_back(general ? ON_3dPoint(real(random), real(random), real(random))
+                               : ON_3dPoint(grid(random), grid(random), grid(random)));
     }
-    double shared[6], reference[6];
-    brindle::TetrahedronDihedralAngles(p, shared);
-    ReferenceAngles(p, reference);
-    for (int j = 0; j < 6; ++j)
-      ASSERT_EQ(shared[j], reference[j]) << trial << " edge " << j;
-    if (!general || trial % 11) continue;
     std::array<int, 4> perm = {0, 1, 2, 3};
     std::shuffle(perm.begin(), perm.end(), random);
-    const ON_3dPoint q[4] = {p[perm[0]], p[perm[1]], p[perm[2]], p[perm[3]]};
-    brindle::TetrahedronDihedralAngles(q, shared);
-    for (int j = 0; j < 6; ++j) {  // edge j of q joins corners perm[a] and perm[b] of p
+    perms.push_back(perm);
+    const int first = 4 * trial;
+    tets.push_back({first, first + 1, first + 2, first + 3});
+    tets.push_back({first + perm[0], first + perm[1], first + perm[2], first + perm[3]});
+  }
+  const auto mesh = brindle::testing::MakeTetMesh(points, tets);
+  std::vector<double> angles(6 * tets.size());
+  ASSERT_EQ(DihedralAngles(mesh.get(), angles.data(), nullptr), 0);
+
+  const int edge[6][2] = {{0, 1}, {0, 2}, {0, 3}, {1, 2}, {1, 3}, {2, 3}};
+  for (int trial = 0; trial < trials; ++trial) {
+    const ON_3dPoint p[4] = {mesh->Vertex(4 * trial), mesh->Vertex(4 * trial + 1),
+                             mesh->Vertex(4 * trial + 2), mesh->Vertex(4 * trial + 3)};
+    double reference[6];
+    ReferenceAngles(p, reference);
+    const double* shared = &angles[12 * static_cast<std::size_t>(trial)];
+    const double* shuffled = shared + 6;
+    for (int j = 0; j < 6; ++j)
+      ASSERT_EQ(shared[j], reference[j]) << trial << " edge " << j;
+    if (trial % 2 == 0 || trial % 11) continue;  // flat grid elements may turn a normal
+    const std::array<int, 4>& perm = perms[trial];
+    for (int j = 0; j < 6; ++j) {  // edge j of the shuffled one joins corners perm[a], perm[b]
       const int a = std::min(perm[edge[j][0]], perm[edge[j][1]]);
       const int b = std::max(perm[edge[j][0]], perm[edge[j][1]]);
-      EXPECT_NEAR(shared[j], reference[a == 0 ? b - 1 : a + b], 1e-12) << trial;
+      EXPECT_NEAR(shuffled[j], reference[a == 0 ? b - 1 : a + b], 1e-12) << trial;
     }
   }
 }

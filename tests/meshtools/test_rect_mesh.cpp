@@ -28,8 +28,8 @@ TEST(MakeRectMesh, GridOnATiltedPlanePaintedLowFreeHigh) {
     const int i = k % (nx + 1), j = k / (nx + 1);
     EXPECT_EQ(mesh->m_dV[k],
               plane.PointAt(i * (2.5 / nx) + 2.5 * -0.5, j * (1.5 / ny) + 1.5 * -0.5));
-    const unsigned int colour = j == 0 ? 0x96F7A827 : j == ny ? 0x968181FF : 0x96323232;
-    EXPECT_EQ(static_cast<unsigned int>(mesh->m_C[k]), colour) << k;
+    const unsigned int color = j == 0 ? 0x96F7A827 : j == ny ? 0x968181FF : 0x96323232;
+    EXPECT_EQ(static_cast<unsigned int>(mesh->m_C[k]), color) << k;
   }
   for (int f = 0; f < mesh->FaceCount(); ++f) {  // counter-clockwise seen from the normal side
     const ON_3dPoint* v = mesh->m_dV.Array();
@@ -40,8 +40,8 @@ TEST(MakeRectMesh, GridOnATiltedPlanePaintedLowFreeHigh) {
 
 TEST(MakeRectMesh, RefusesBadInput) {
   const double nan = std::nan("");
-  ON_Plane no_y = ON_Plane::World_xy;  // every row on one line: an invalid mesh
-  no_y.yaxis = ON_3dVector::ZeroVector;
+  ON_Plane noY = ON_Plane::World_xy;  // every row on one line: an invalid mesh
+  noY.yaxis = ON_3dVector::ZeroVector;
   const struct {
     double width, height;
     int nx, ny, status;
@@ -55,7 +55,7 @@ TEST(MakeRectMesh, RefusesBadInput) {
              {1.0, 1.0, 65536, 65536, 1, &ON_Plane::World_xy},  // vertex count overflows an int
              {1.0, 1.0, INT_MAX, 1, 1, &ON_Plane::World_xy},    // so does nx + 1
              {1.0, 1.0, 46000, 46000, 1, &ON_Plane::World_xy},  // vertices fit, triangles do not
-             {1.0, 1.0, 2, 3, 2, &no_y},
+             {1.0, 1.0, 2, 3, 2, &noY},
              {1.0, 1.0, 1, 1, 3, nullptr}};
   const char* const message[] = {"", "Invalid dimensions or subdivisions",
                                  "Generated mesh is invalid", "Null plane or result pointer"};
@@ -104,24 +104,6 @@ TEST(MakeRectMesh, ArraysThatCannotBeReservedGiveOutOfMemory) {
     EXPECT_STREQ(error, "Out of memory");
     EXPECT_EQ(result, nullptr);
   }
-}
-
-// An append that cannot get memory for its array drops the element instead of writing through
-// a null buffer. (Growing a filled array that fails loses its old buffer, as in openNURBS, so
-// the library reserves its arrays empty and checks them instead of relying on growth.)
-TEST(OpenNurbsSimpleArray, AppendAfterFailedGrowthDropsTheElement) {
-  if (!meshtools_test::BufferLimit::Available()) GTEST_SKIP() << meshtools_test::kNoBufferLimit;
-  ON_SimpleArray<double> values;
-  {
-    meshtools_test::BufferLimit cap(0);
-    for (int i = 0; i < 8; ++i)
-      values.Append(2.0);
-  }
-  EXPECT_EQ(values.Count(), 0);
-  EXPECT_EQ(values.Capacity(), 0);
-  values.Append(3.0);
-  ASSERT_EQ(values.Count(), 1);
-  EXPECT_EQ(values[0], 3.0);
 }
 
 }  // namespace
