@@ -10,12 +10,13 @@
 #include <map>
 #include <vector>
 
+#include "cutting/tetra_mesh_fixtures.h"
 #include "mmg_test_meshes.h"
-#include "tetra_mesh_fixtures.h"
 
 namespace {
 
 using namespace brindle::cut_test;
+using namespace brindle::mmg_test;
 using Level = std::function<double(const ON_3dPoint&)>;
 
 // A cut mesh read back from MMG, indices 0-based. `elements` are tetrahedra or triangles.
@@ -235,10 +236,8 @@ TEST(MmgCompatLevelSet3d, SingleTetrahedronPatterns) {
     for (std::size_t k = 0; k < cut.elements.size(); ++k)
       EXPECT_GT(cut.SignedVolume(k), 0.0);
   }
-}
-
-TEST(MmgCompatLevelSet3d, ZeroPushedOffTheLevelMovesTheCut) {
-  // The zero becomes -1e-4 (scaled by the unit extent), so the cut lands next to the origin.
+  // A zero pushed off the level becomes -1e-4 (scaled by the unit extent), so the cut lands
+  // next to the origin.
   const CutVolume pushed = CutWithMmg3d(CornerTetrahedron(), {0, 0, 0, 1});
   ASSERT_EQ(5u, pushed.points.size());
   EXPECT_NEAR(1e-4 / (1 + 1e-4), pushed.points[4].z, 1e-12);
