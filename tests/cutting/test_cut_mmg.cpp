@@ -143,8 +143,8 @@ TEST(CutTetrahedralMesh, LowFailureDeliversTheUncutMeshInTheCallersCoordinates) 
 
 class CubeCutByPlane : public ::testing::Test {
  protected:
-  const ON_Mesh cube = StructuredCube(4);
-  const std::vector<double> values = SampleField(cube, PlaneField);
+  const ON_Mesh cube_ = StructuredCube(4);
+  const std::vector<double> values_ = SampleField(cube_, PlaneField);
 };
 
 // Keeping both sides (0) or one (2 above the plane, 3 below): the kept volume is the
@@ -154,7 +154,7 @@ TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesAndInterface) {
   for (int keep : {0, 2, 3}) {
     SCOPED_TRACE(keep);
     ON_Mesh interfaceMesh;
-    const CutResult cut = Cut(&cube, values.data(), keep, &interfaceMesh);
+    const CutResult cut = Cut(&cube_, values_.data(), keep, &interfaceMesh);
     ASSERT_EQ(cut.status, 0);
     EXPECT_EQ(cut.error, "");
     const ON_Mesh& mesh = *cut.mesh;
@@ -192,8 +192,8 @@ TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesAndInterface) {
 }
 
 TEST_F(CubeCutByPlane, HminHasNoEffectEvenAboveHmax) {
-  CutResult small = Cut(&cube, values.data(), 0, nullptr, 0.001, 0.2);
-  CutResult large = Cut(&cube, values.data(), 0, nullptr, 50.0, 0.2);
+  CutResult small = Cut(&cube_, values_.data(), 0, nullptr, 0.001, 0.2);
+  CutResult large = Cut(&cube_, values_.data(), 0, nullptr, 50.0, 0.2);
   ASSERT_EQ(small.status, 0);
   ASSERT_EQ(large.status, 0);
   ASSERT_EQ(small.mesh->FaceCount(), large.mesh->FaceCount());
