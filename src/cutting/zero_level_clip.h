@@ -13,6 +13,12 @@
 
 namespace brindle {
 
+// Statuses of the clip export.
+enum ZeroLevelClipStatus {
+  kClipSucceeded = 0,
+  kClipNullInput = 1,
+};
+
 // One clip of one mesh. The input is read through its single-precision vertices and its faces,
 // each face being one tetrahedron (vi[0..3]); `vertexValues` holds one value per
 // single-precision vertex. The result is a copy of the input, edited in place: tetrahedra on the

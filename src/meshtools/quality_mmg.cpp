@@ -22,52 +22,42 @@ const char* MmgQualityMessage(bool surface, int status) {
   }
 }
 
-int MmgTetrahedronQualities(const ON_Mesh& mesh, double* quality) {
-  Mmg3dHandles mmg;
+namespace {
+
+// Hands the mesh to MMG element by element and reads back every element's quality. `Api` is
+// Mmg3dApi (tetrahedra) or MmgsApi (triangles).
+template <class Api>
+int MmgElementQualities(const ON_Mesh& mesh, double* quality) {
+  MmgHandles<Api> mmg;
   mmg.CreateWithMetric();
   const int vertexCount = mesh.m_dV.Count();
   const int elementCount = mesh.FaceCount();
   std::vector<int> vertexReferences = MmgVertexReferences(mesh, vertexCount);
   std::vector<int> elementReferences(static_cast<std::size_t>(elementCount), 0);
-  if (MMG3D_Set_meshSize(mmg.mesh, vertexCount, elementCount, 0, 0, 0, 0) != 1) {
-    return kQualityMeshSize;
-  }
-  if (MMG3D_Set_vertices(mmg.mesh, CoordinateArray(mesh.m_dV), vertexReferences.data()) != 1) {
+  if (Api::SetMeshSize(mmg.mesh, vertexCount, elementCount) != 1) return kQualityMeshSize;
+  if (Api::SetVertices(mmg.mesh, CoordinateArray(mesh.m_dV), vertexReferences.data()) != 1) {
     return kQualityVertices;
   }
   std::vector<int> corners;
-  if (!MmgElementCorners(mesh, vertexCount, 4, corners) ||
-      MMG3D_Set_tetrahedra(mmg.mesh, corners.data(), elementReferences.data()) != 1) {
+  if (!MmgElementCorners(mesh, vertexCount, Api::kCornerCount, corners) ||
+      Api::SetElements(mmg.mesh, corners.data(), elementReferences.data()) != 1) {
     return kQualityElements;
   }
-  if (MMG3D_Chk_meshData(mmg.mesh, mmg.metric) != 1) return kQualityCheck;
+  if (Api::ChkMeshData(mmg.mesh, mmg.metric) != 1) return kQualityCheck;
   for (int k = 1; k <= elementCount; ++k) {
-    quality[k - 1] = MMG3D_Get_tetrahedronQuality(mmg.mesh, mmg.metric, k);
+    quality[k - 1] = Api::ElementQuality(mmg.mesh, mmg.metric, k);
   }
   return kQualitySucceeded;
 }
 
+}  // namespace
+
+int MmgTetrahedronQualities(const ON_Mesh& mesh, double* quality) {
+  return MmgElementQualities<Mmg3dApi>(mesh, quality);
+}
+
 int MmgTriangleQualities(const ON_Mesh& mesh, double* quality) {
-  MmgsHandles mmg;
-  mmg.CreateWithMetric();
-  const int vertexCount = mesh.m_dV.Count();
-  const int elementCount = mesh.FaceCount();
-  std::vector<int> vertexReferences = MmgVertexReferences(mesh, vertexCount);
-  std::vector<int> elementReferences(static_cast<std::size_t>(elementCount), 0);
-  if (MMGS_Set_meshSize(mmg.mesh, vertexCount, elementCount, 0) != 1) return kQualityMeshSize;
-  if (MMGS_Set_vertices(mmg.mesh, CoordinateArray(mesh.m_dV), vertexReferences.data()) != 1) {
-    return kQualityVertices;
-  }
-  std::vector<int> corners;
-  if (!MmgElementCorners(mesh, vertexCount, 3, corners) ||
-      MMGS_Set_triangles(mmg.mesh, corners.data(), elementReferences.data()) != 1) {
-    return kQualityElements;
-  }
-  if (MMGS_Chk_meshData(mmg.mesh, mmg.metric) != 1) return kQualityCheck;
-  for (int k = 1; k <= elementCount; ++k) {
-    quality[k - 1] = MMGS_Get_triangleQuality(mmg.mesh, mmg.metric, k);
-  }
-  return kQualitySucceeded;
+  return MmgElementQualities<MmgsApi>(mesh, quality);
 }
 
 }  // namespace brindle

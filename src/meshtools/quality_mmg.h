@@ -15,6 +15,7 @@ enum MmgQualityStatus {
   kQualityVertices = 2,
   kQualityElements = 3,
   kQualityCheck = 4,
+  kQualityNullInput = 5,  // no mesh or no quality array: the exports refuse before MMG
 };
 
 const char* MmgQualityMessage(bool surface, int status);

@@ -26,8 +26,8 @@ inline int* FaceIndexArray(ON_SimpleArray<ON_MeshFace>& faces) {
   return reinterpret_cast<int*>(faces.Array());
 }
 
-inline int* ColourReferenceArray(ON_SimpleArray<ON_Color>& colours) {
-  return reinterpret_cast<int*>(colours.Array());
+inline int* ColorReferenceArray(ON_SimpleArray<ON_Color>& colors) {
+  return reinterpret_cast<int*>(colors.Array());
 }
 
 // MMG vertex references: the packed vertex colours when the mesh has them, else zeros.

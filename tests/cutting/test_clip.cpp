@@ -143,7 +143,7 @@ TEST(ZeroLevelClip, NonFiniteValueLeavesAMixedTetrahedronUnchanged) {
   }
 }
 
-TEST(ZeroLevelClip, ColoursEveryVertexAsFreeAndEmptiesTheArchive) {
+TEST(ZeroLevelClip, ColorsEveryVertexAsFreeAndEmptiesTheArchive) {
   ON_Mesh mesh = CornerTetrahedron();
   for (int i = 0; i < 4; ++i)
     mesh.m_C.Append(ON_Color(255, 0, 0));

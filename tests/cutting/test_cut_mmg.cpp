@@ -116,27 +116,11 @@ TEST(CutTetrahedralMesh, RefusalsNameTheFailingStep) {
   EXPECT_EQ(CutTetrahedralMesh(nullptr, values, 0, 0, 0, nullptr, &result, nullptr), 1);
 }
 
-TEST(CutTetrahedralMesh, LowFailureOfTheLevelSetCallStillDeliversTheMesh) {
-  // A needle of positive but negligible volume: MMG accepts it, then reports a low failure
-  // for the input quality and hands the mesh back uncut.
-  ON_Mesh needle;
-  AddVertex(needle, 0, 0, 0);
-  AddVertex(needle, 1, 0, 0);
-  AddVertex(needle, 0, 1, 0);
-  AddVertex(needle, 0, 0, 1e-70);
-  AddTetrahedron(needle, 0, 1, 2, 3);
-  const double values[4] = {1, 1, 1, -1};
-  CutResult cut = Cut(&needle, values, 0);
-  EXPECT_EQ(cut.status, 0);
-  EXPECT_EQ(cut.error, "");
-  ASSERT_TRUE(cut.mesh);
-  EXPECT_EQ(cut.mesh->FaceCount(), 1);
-  EXPECT_EQ(References(*cut.mesh).size(), 1u);
-}
-
-TEST(CutTetrahedralMesh, LowFailureHandsTheMeshBackInTheCallersCoordinates) {
-  // Six times the volume is about 1e-38: MMG stops on the input quality and leaves its copy in
-  // its unit working frame, where (15, 20, 0) would be (1, 0, 0).
+// A flat tetrahedron of positive volume (six times it is about 1e-38): MMG accepts it, then
+// reports a low failure for the input quality and hands the mesh back uncut, in its unit
+// working frame where (15, 20, 0) would be (1, 0, 0). The cut delivers it where the caller has
+// it.
+TEST(CutTetrahedralMesh, LowFailureDeliversTheUncutMeshInTheCallersCoordinates) {
   ON_Mesh flat;
   AddVertex(flat, 0, 20, 0);
   AddVertex(flat, 15, 20, 0);
@@ -146,7 +130,10 @@ TEST(CutTetrahedralMesh, LowFailureHandsTheMeshBackInTheCallersCoordinates) {
   const double values[4] = {1, 1, 1, -1};
   CutResult cut = Cut(&flat, values, 0);
   EXPECT_EQ(cut.status, 0);
+  EXPECT_EQ(cut.error, "");
   ASSERT_TRUE(cut.mesh);
+  EXPECT_EQ(cut.mesh->FaceCount(), 1);
+  EXPECT_EQ(References(*cut.mesh).size(), 1u);
   ASSERT_EQ(cut.mesh->m_dV.Count(), 4);
   for (int v = 0; v < 4; ++v) {
     EXPECT_EQ(cut.mesh->m_dV[v], flat.m_dV[v]) << v;
@@ -156,8 +143,8 @@ TEST(CutTetrahedralMesh, LowFailureHandsTheMeshBackInTheCallersCoordinates) {
 
 class CubeCutByPlane : public ::testing::Test {
  protected:
-  const ON_Mesh cube = StructuredCube(4);
-  const std::vector<double> values = SampleField(cube, PlaneField);
+  const ON_Mesh cube_ = StructuredCube(4);
+  const std::vector<double> values_ = SampleField(cube_, PlaneField);
 };
 
 // Keeping both sides (0) or one (2 above the plane, 3 below): the kept volume is the
@@ -167,7 +154,7 @@ TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesAndInterface) {
   for (int keep : {0, 2, 3}) {
     SCOPED_TRACE(keep);
     ON_Mesh interfaceMesh;
-    const CutResult cut = Cut(&cube, values.data(), keep, &interfaceMesh);
+    const CutResult cut = Cut(&cube_, values_.data(), keep, &interfaceMesh);
     ASSERT_EQ(cut.status, 0);
     EXPECT_EQ(cut.error, "");
     const ON_Mesh& mesh = *cut.mesh;
@@ -205,8 +192,8 @@ TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesAndInterface) {
 }
 
 TEST_F(CubeCutByPlane, HminHasNoEffectEvenAboveHmax) {
-  CutResult small = Cut(&cube, values.data(), 0, nullptr, 0.001, 0.2);
-  CutResult large = Cut(&cube, values.data(), 0, nullptr, 50.0, 0.2);
+  CutResult small = Cut(&cube_, values_.data(), 0, nullptr, 0.001, 0.2);
+  CutResult large = Cut(&cube_, values_.data(), 0, nullptr, 50.0, 0.2);
   ASSERT_EQ(small.status, 0);
   ASSERT_EQ(large.status, 0);
   ASSERT_EQ(small.mesh->FaceCount(), large.mesh->FaceCount());
@@ -215,7 +202,7 @@ TEST_F(CubeCutByPlane, HminHasNoEffectEvenAboveHmax) {
     EXPECT_EQ(small.mesh->m_dV[v], large.mesh->m_dV[v]);
 }
 
-TEST(CutTetrahedralMesh, VertexColoursTravelAsReferences) {
+TEST(CutTetrahedralMesh, VertexColorsTravelAsReferences) {
   ON_Mesh tet = CornerTetrahedron();
   for (int i = 0; i < 4; ++i)
     tet.m_C.Append(ON_Color(7u + 2u * static_cast<unsigned int>(i)));

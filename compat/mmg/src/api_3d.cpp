@@ -88,22 +88,6 @@ int SetMeshSize(MMG5_Mesh& mesh, MMG5_int np, MMG5_int ne, MMG5_int nprism, MMG5
   return 1;
 }
 
-int CheckMeshData(const MMG5_Mesh& mesh, const MMG5_Sol* met) {
-  if (mesh.npi != mesh.np || mesh.nei != mesh.ne) {
-    std::fprintf(stderr,
-                 "  ** MISSING DATA.\n  ## Error: MMG3D_Chk_meshData: if you don't use the"
-                 " MMG3D_loadMesh function, you must call the MMG3D_Set_meshSize function to"
-                 " have a valid mesh.\n  Missing datas.\n");
-    return 0;
-  }
-  if (!CheckSolution(met, "MMG3D_Chk_meshData")) return 0;
-  if (mesh.dim != 3) {
-    std::fprintf(stderr, "  ** 3 DIMENSIONAL MESH NEEDED. Exit program.\n");
-    return 0;
-  }
-  return 1;
-}
-
 double TetrahedronQuality(const MMG5_Mesh& mesh, MMG5_int k) {
   if (k < 1 || k > mesh.ne || static_cast<std::size_t>(k) >= mesh.tetra.size()) {
     std::fprintf(stderr,
@@ -157,7 +141,8 @@ int MMG3D_Set_scalarSols(MMG5_pSol met, double* s) {
 }
 
 int MMG3D_Chk_meshData(MMG5_pMesh mesh, MMG5_pSol met) {
-  return mmgcompat::CheckMeshData(*mesh, met);
+  return mmgcompat::CheckMeshData(*mesh, met, "MMG3D",
+                                  mesh->npi == mesh->np && mesh->nei == mesh->ne);
 }
 
 int MMG3D_mmg3dls(MMG5_pMesh mesh, MMG5_pSol sol, MMG5_pSol met) {

@@ -1,5 +1,6 @@
 #include "api_common.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace mmgcompat {
@@ -127,6 +128,26 @@ int CheckSolution(const MMG5_Sol* sol, const char* name) {
   }
   if (sol->dim != 3) {
     std::fprintf(stderr, "  ** 3 DIMENSIONAL SOLUTION INCOMPATIBLE.\n");
+    return 0;
+  }
+  return 1;
+}
+
+int CheckMeshData(const MMG5_Mesh& mesh, const MMG5_Sol* met, const char* library,
+                  bool countersMatch) {
+  if (!countersMatch) {
+    std::fprintf(stderr,
+                 "  ** MISSING DATA.\n  ## Error: %s_Chk_meshData: if you don't use the"
+                 " %s_loadMesh function, you must call the %s_Set_meshSize function to"
+                 " have a valid mesh.\n  Missing datas.\n",
+                 library, library, library);
+    return 0;
+  }
+  char name[32];
+  std::snprintf(name, sizeof name, "%s_Chk_meshData", library);
+  if (!CheckSolution(met, name)) return 0;
+  if (mesh.dim != 3) {
+    std::fprintf(stderr, "  ** 3 DIMENSIONAL MESH NEEDED. Exit program.\n");
     return 0;
   }
   return 1;

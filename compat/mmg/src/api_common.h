@@ -35,6 +35,10 @@ int NextTriangle(MMG5_Mesh& mesh, MMG5_int* v0, MMG5_int* v1, MMG5_int* v2, MMG5
                  int* required, const char* name);
 // The sol-side part of Chk_meshData (counts and dimension).
 int CheckSolution(const MMG5_Sol* sol, const char* name);
+// Chk_meshData of either front end: `library` is "MMG3D" or "MMGS", `countersMatch` whether
+// the counters the front end sizes (vertices and its kind of element) match the sizes.
+int CheckMeshData(const MMG5_Mesh& mesh, const MMG5_Sol* met, const char* library,
+                  bool countersMatch);
 
 }  // namespace mmgcompat
 

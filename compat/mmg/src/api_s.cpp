@@ -65,22 +65,6 @@ int SetTriangles(MMG5_Mesh& mesh, const MMG5_int* tria, const MMG5_int* refs) {
   return 1;
 }
 
-int CheckMeshData(const MMG5_Mesh& mesh, const MMG5_Sol* met) {
-  if (mesh.npi != mesh.np || mesh.nti != mesh.nt) {
-    std::fprintf(stderr,
-                 "  ** MISSING DATA.\n  ## Error: MMGS_Chk_meshData: if you don't use the"
-                 " MMGS_loadMesh function, you must call the MMGS_Set_meshSize function to"
-                 " have a valid mesh.\n  Missing datas.\n");
-    return 0;
-  }
-  if (!CheckSolution(met, "MMGS_Chk_meshData")) return 0;
-  if (mesh.dim != 3) {
-    std::fprintf(stderr, "  ** 3 DIMENSIONAL MESH NEEDED. Exit program.\n");
-    return 0;
-  }
-  return 1;
-}
-
 double TriangleQuality(const MMG5_Mesh& mesh, MMG5_int k) {
   if (k < 1 || k > mesh.nt || static_cast<std::size_t>(k) >= mesh.tria.size()) {
     std::fprintf(stderr,
@@ -132,7 +116,8 @@ int MMGS_Set_scalarSols(MMG5_pSol met, double* s) {
 }
 
 int MMGS_Chk_meshData(MMG5_pMesh mesh, MMG5_pSol met) {
-  return mmgcompat::CheckMeshData(*mesh, met);
+  return mmgcompat::CheckMeshData(*mesh, met, "MMGS",
+                                  mesh->npi == mesh->np && mesh->nti == mesh->nt);
 }
 
 int MMGS_mmgsls(MMG5_pMesh mesh, MMG5_pSol sol, MMG5_pSol met) {

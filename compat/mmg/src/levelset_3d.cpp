@@ -470,38 +470,24 @@ int DiscretizeLevelSet3d(MMG5_Mesh& mesh, MMG5_Sol* ls, MMG5_Sol* met) {
   if (!ComputeScaleFrame(mesh, &frame)) return MMG5_STRONGFAILURE;
 
   // Input quality: a worst element below 1e-30 stops the run with the mesh left scaled.
-  double worst = 1.0;
-  MMG5_int worst_element = 0;
+  WorstElement worst;
   std::vector<MMG5_int> slivers;
   for (MMG5_int k = 1; k <= mesh.ne; ++k) {
     const Tetra& t = mesh.tetra[k];
     const double q = UnscaledTetQuality(mesh.point[t.v[0]].c, mesh.point[t.v[1]].c,
                                         mesh.point[t.v[2]].c, mesh.point[t.v[3]].c);
-    if (q < worst) {
-      worst = q;
-      worst_element = k;
-    }
+    worst.Consider(q, k);
     if (q < kSliverQuality) slivers.push_back(k);
   }
-  if (worst * kTetQualityScale < 1e-30) {
-    std::fprintf(stderr,
-                 "\n  ## Error: MMG5_minQualCheck: too bad quality for the worst element:"
-                 " (elt %d -> %15e)\n",
-                 static_cast<int>(worst_element), worst);
+  if (TooBadQuality(worst, kTetQualityScale)) {
     ApplyScaleFrame(mesh, frame);
     return MMG5_LOWFAILURE;
   }
-  if (ls->np == 0 || ls->m.size() < static_cast<std::size_t>(mesh.np) + 1) {
-    std::fprintf(stderr, "\n  ## ERROR: A VALID SOLUTION FILE IS NEEDED \n");
+  if (MissingLevelSetValues(mesh, *ls)) {
     ApplyScaleFrame(mesh, frame);
     return MMG5_STRONGFAILURE;
   }
-
-  // Input references equal to the interface reference are cleared before the cut.
-  const MMG5_int iso_ref = IsoReference(mesh);
-  for (MMG5_int k = 1; k <= mesh.np; ++k) {
-    if (mesh.point[k].ref == iso_ref) mesh.point[k].ref = 0;
-  }
+  ClearIsoReferences(mesh);
 
   LevelSetCut3d cut(mesh, ShiftedScaledValues(mesh, *ls, frame));
   cut.PushSliversNegative(slivers);

@@ -199,4 +199,26 @@ std::vector<MMG5_int> CompactVertices(MMG5_Mesh& mesh, const std::vector<char>& 
   return renumber;
 }
 
+bool TooBadQuality(const WorstElement& worst, double scale) {
+  if (!(worst.quality * scale < 1e-30)) return false;
+  std::fprintf(stderr,
+               "\n  ## Error: MMG5_minQualCheck: too bad quality for the worst element:"
+               " (elt %d -> %15e)\n",
+               static_cast<int>(worst.number), worst.quality);
+  return true;
+}
+
+bool MissingLevelSetValues(const MMG5_Mesh& mesh, const MMG5_Sol& ls) {
+  if (ls.np != 0 && ls.m.size() >= static_cast<std::size_t>(mesh.np) + 1) return false;
+  std::fprintf(stderr, "\n  ## ERROR: A VALID SOLUTION FILE IS NEEDED \n");
+  return true;
+}
+
+void ClearIsoReferences(MMG5_Mesh& mesh) {
+  const MMG5_int isoRef = IsoReference(mesh);
+  for (MMG5_int k = 1; k <= mesh.np; ++k) {
+    if (mesh.point[k].ref == isoRef) mesh.point[k].ref = 0;
+  }
+}
+
 }  // namespace mmgcompat

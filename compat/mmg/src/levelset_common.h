@@ -79,6 +79,29 @@ class EdgePointMap {
 // signs: linear interpolation, the parameter clamped to [kCutClamp, 1 - kCutClamp].
 void CutPosition(const double* p0, const double* p1, double v0, double v1, double* out);
 
+// The worst element of MMG's input quality check, on the unnormalised scale of quality.h.
+struct WorstElement {
+  double quality = 1.0;
+  MMG5_int number = 0;
+  void Consider(double q, MMG5_int k) {
+    if (q < quality) {
+      quality = q;
+      number = k;
+    }
+  }
+};
+
+// MMG's input quality check: true, with MMG's stderr line, when the worst element is below
+// 1e-30 once multiplied by `scale` (the normalisation of its kind of element).
+bool TooBadQuality(const WorstElement& worst, double scale);
+
+// MMG's check for level-set values: true, with MMG's stderr line, when there are none for
+// every vertex.
+bool MissingLevelSetValues(const MMG5_Mesh& mesh, const MMG5_Sol& ls);
+
+// Input vertex references equal to the interface reference are cleared before the cut.
+void ClearIsoReferences(MMG5_Mesh& mesh);
+
 // Removes vertices no element uses by moving the last used vertex into each hole (MMG's
 // compaction without renumbering), takes absolute values of the vertex references, and
 // returns the old-to-new vertex numbers (0 for removed vertices).

@@ -281,25 +281,6 @@ void LevelSetCutSurface::SetReferences() {
   mesh_.na = static_cast<MMG5_int>(std::unique(special.begin(), special.end()) - special.begin());
 }
 
-void LevelSetCutSurface::Finish(MMG5_Sol& ls) {
-  std::vector<char> used(static_cast<std::size_t>(mesh_.np) + 1, 0);
-  for (MMG5_int k = 1; k <= mesh_.nt; ++k) {
-    for (MMG5_int v : mesh_.tria[k].v)
-      used[v] = 1;
-  }
-  const std::vector<MMG5_int> renumber = CompactVertices(mesh_, used);
-  for (MMG5_int k = 1; k <= mesh_.nt; ++k) {
-    for (MMG5_int& v : mesh_.tria[k].v)
-      v = renumber[v];
-  }
-  ls.m.clear();
-  ls.m.shrink_to_fit();
-  ls.np = ls.npi = 0;
-  mesh_.npi = mesh_.np;
-  mesh_.nti = mesh_.nt;
-  mesh_.nai = mesh_.na;
-}
-
 // Leaves the input as it is apart from the removal of unused vertices.
 void CompactInput(MMG5_Mesh& mesh) {
   std::vector<char> used(static_cast<std::size_t>(mesh.np) + 1, 0);
@@ -316,6 +297,14 @@ void CompactInput(MMG5_Mesh& mesh) {
   mesh.nti = mesh.nt;
 }
 
+void LevelSetCutSurface::Finish(MMG5_Sol& ls) {
+  CompactInput(mesh_);
+  ls.m.clear();
+  ls.m.shrink_to_fit();
+  ls.np = ls.npi = 0;
+  mesh_.nai = mesh_.na;
+}
+
 }  // namespace
 
 int DiscretizeLevelSetSurface(MMG5_Mesh& mesh, MMG5_Sol* ls, MMG5_Sol* met) {
@@ -330,35 +319,22 @@ int DiscretizeLevelSetSurface(MMG5_Mesh& mesh, MMG5_Sol* ls, MMG5_Sol* met) {
   ScaleFrame frame;
   if (!ComputeScaleFrame(mesh, &frame)) return MMG5_STRONGFAILURE;
 
-  double worst = 1.0;
-  MMG5_int worst_element = 0;
+  WorstElement worst;
   for (MMG5_int k = 1; k <= mesh.nt; ++k) {
     const Tria& t = mesh.tria[k];
-    const double q =
-        UnscaledTriQuality(mesh.point[t.v[0]].c, mesh.point[t.v[1]].c, mesh.point[t.v[2]].c);
-    if (q < worst) {
-      worst = q;
-      worst_element = k;
-    }
+    worst.Consider(
+        UnscaledTriQuality(mesh.point[t.v[0]].c, mesh.point[t.v[1]].c, mesh.point[t.v[2]].c), k);
   }
-  if (worst * kTriQualityScale < 1e-30) {
-    std::fprintf(stderr,
-                 "\n  ## Error: MMG5_minQualCheck: too bad quality for the worst element:"
-                 " (elt %d -> %15e)\n",
-                 static_cast<int>(worst_element), worst);
+  // Unlike the volume run, a too bad surface is handed back unscaled.
+  if (TooBadQuality(worst, kTriQualityScale)) {
     CompactInput(mesh);
     return MMG5_LOWFAILURE;
   }
-  if (ls->np == 0 || ls->m.size() < static_cast<std::size_t>(mesh.np) + 1) {
-    std::fprintf(stderr, "\n  ## ERROR: A VALID SOLUTION FILE IS NEEDED \n");
+  if (MissingLevelSetValues(mesh, *ls)) {
     ApplyScaleFrame(mesh, frame);
     return MMG5_STRONGFAILURE;
   }
-
-  const MMG5_int iso_ref = IsoReference(mesh);
-  for (MMG5_int k = 1; k <= mesh.np; ++k) {
-    if (mesh.point[k].ref == iso_ref) mesh.point[k].ref = 0;
-  }
+  ClearIsoReferences(mesh);
 
   LevelSetCutSurface cut(mesh, ShiftedScaledValues(mesh, *ls, frame));
   cut.SnapToLevel();

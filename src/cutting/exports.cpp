@@ -36,7 +36,7 @@ BRINDLE_API int CutTetrahedralMesh(const ON_Mesh* mesh, const double* vertexValu
     return outcome.status;
   }
   StoreResult(result, std::move(outcome.mesh));
-  return 0;
+  return kCutSucceeded;
 }
 
 BRINDLE_API int CutTetrahedralMesh2(const ON_Mesh* mesh, const double* vertexValues,
@@ -46,11 +46,11 @@ BRINDLE_API int CutTetrahedralMesh2(const ON_Mesh* mesh, const double* vertexVal
   StoreResult(result, nullptr);
   if (!mesh || !vertexValues) {
     SetErrorText(errorText, "Null input mesh or vertex values");
-    return 1;
+    return kClipNullInput;
   }
   ZeroLevelClip clip(*mesh, vertexValues);
   StoreResult(result, clip.Run());
-  return 0;
+  return kClipSucceeded;
 }
 
 }  // extern "C"

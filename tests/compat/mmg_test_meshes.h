@@ -1,7 +1,7 @@
 // MMG meshes with their metric and level-set solutions, released on scope exit. Written
 // against the MMG headers only, so the tests run against the bundled subset and a real MMG.
-#ifndef BRINDLE_TESTS_CUTTING_MMG_TEST_MESHES_H
-#define BRINDLE_TESTS_CUTTING_MMG_TEST_MESHES_H
+#ifndef BRINDLE_TESTS_COMPAT_MMG_TEST_MESHES_H
+#define BRINDLE_TESTS_COMPAT_MMG_TEST_MESHES_H
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include "mmg/mmg3d/libmmg3d.h"
 #include "mmg/mmgs/libmmgs.h"
 
-namespace brindle::cut_test {
+namespace brindle::mmg_test {
 
 struct Mesh3d {
   MMG5_pMesh mesh = nullptr;
@@ -62,6 +62,6 @@ struct MeshS {
   }
 };
 
-}  // namespace brindle::cut_test
+}  // namespace brindle::mmg_test
 
 #endif

@@ -10,12 +10,13 @@
 #include <map>
 #include <vector>
 
+#include "cutting/tetra_mesh_fixtures.h"
 #include "mmg_test_meshes.h"
-#include "tetra_mesh_fixtures.h"
 
 namespace {
 
 using namespace brindle::cut_test;
+using namespace brindle::mmg_test;
 using Level = std::function<double(const ON_3dPoint&)>;
 
 // A cut mesh read back from MMG, indices 0-based. `elements` are tetrahedra or triangles.
@@ -24,11 +25,11 @@ struct CutMesh {
   int status = -1;
   MMG5_int na = 0;
   std::vector<ON_3dPoint> points;
-  std::vector<MMG5_int> point_refs;
+  std::vector<MMG5_int> pointRefs;
   std::vector<std::array<MMG5_int, Corners>> elements;
-  std::vector<MMG5_int> element_refs;
+  std::vector<MMG5_int> elementRefs;
   std::vector<std::array<MMG5_int, 3>> tris;  // the volume's boundary and interface triangles
-  std::vector<MMG5_int> tri_refs;
+  std::vector<MMG5_int> triRefs;
 
   const ON_3dPoint& At(std::size_t e, int i) const { return points[elements[e][i]]; }
   double SignedVolume(std::size_t k) const {
@@ -37,13 +38,13 @@ struct CutMesh {
   double VolumeOf(MMG5_int ref) const {
     double sum = 0.0;
     for (std::size_t k = 0; k < elements.size(); ++k)
-      if (element_refs[k] == ref) sum += SignedVolume(k);
+      if (elementRefs[k] == ref) sum += SignedVolume(k);
     return sum;
   }
   double AreaOf(MMG5_int ref) const {
     double sum = 0.0;
     for (std::size_t i = 0; i < elements.size(); ++i)
-      if (element_refs[i] == ref) sum += TriangleArea(At(i, 0), At(i, 1), At(i, 2));
+      if (elementRefs[i] == ref) sum += TriangleArea(At(i, 0), At(i, 1), At(i, 2));
     return sum;
   }
   ON_3dVector Normal(const std::array<MMG5_int, 3>& t) const {
@@ -80,7 +81,7 @@ void StorePoints(const std::vector<double>& xyz, CutMesh<N>& out) {
 }
 
 CutVolume CutWithMmg3d(const ON_Mesh& in, std::vector<double> values,
-                       std::vector<MMG5_int> point_refs = {}, std::vector<MMG5_int> tet_refs = {}) {
+                       std::vector<MMG5_int> pointRefs = {}, std::vector<MMG5_int> tetRefs = {}) {
   Mesh3d handles;
   MMG5_pMesh mesh = handles.mesh;
   MMG5_pSol ls = handles.ls;
@@ -94,9 +95,9 @@ CutVolume CutWithMmg3d(const ON_Mesh& in, std::vector<double> values,
   MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_angle, 0);
 
   const MMG5_int np = in.m_dV.Count(), ne = in.FaceCount();
-  point_refs.resize(np, 0);
-  tet_refs.resize(ne, 0);
-  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, 4), point_refs.data(), tet_refs.data()));
+  pointRefs.resize(np, 0);
+  tetRefs.resize(ne, 0);
+  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, 4), pointRefs.data(), tetRefs.data()));
   EXPECT_EQ(1, MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, np, MMG5_Scalar));
   EXPECT_EQ(1, MMG3D_Set_scalarSols(ls, values.data()));
   EXPECT_EQ(1, MMG3D_Chk_meshData(mesh, ls));
@@ -106,12 +107,12 @@ CutVolume CutWithMmg3d(const ON_Mesh& in, std::vector<double> values,
   MMG5_int onp = 0, one = 0, onprism = 0, ont = 0, onquad = 0;
   MMG3D_Get_meshSize(mesh, &onp, &one, &onprism, &ont, &onquad, &out.na);
   std::vector<double> oxyz(3 * onp);
-  out.point_refs.resize(onp);
-  MMG3D_Get_vertices(mesh, oxyz.data(), out.point_refs.data(), nullptr, nullptr);
+  out.pointRefs.resize(onp);
+  MMG3D_Get_vertices(mesh, oxyz.data(), out.pointRefs.data(), nullptr, nullptr);
   StorePoints(oxyz, out);
   std::vector<MMG5_int> otets(4 * one);
-  out.element_refs.resize(one);
-  MMG3D_Get_tetrahedra(mesh, otets.data(), out.element_refs.data(), nullptr);
+  out.elementRefs.resize(one);
+  MMG3D_Get_tetrahedra(mesh, otets.data(), out.elementRefs.data(), nullptr);
   for (MMG5_int k = 0; k < one; ++k)
     out.elements.push_back(
         {otets[4 * k] - 1, otets[4 * k + 1] - 1, otets[4 * k + 2] - 1, otets[4 * k + 3] - 1});
@@ -119,13 +120,13 @@ CutVolume CutWithMmg3d(const ON_Mesh& in, std::vector<double> values,
     MMG5_int a = 0, b = 0, c = 0, ref = 0;
     MMG3D_Get_triangle(mesh, &a, &b, &c, &ref, nullptr);
     out.tris.push_back({a - 1, b - 1, c - 1});
-    out.tri_refs.push_back(ref);
+    out.triRefs.push_back(ref);
   }
   return out;
 }
 
 CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
-                       std::vector<MMG5_int> point_refs = {}) {
+                       std::vector<MMG5_int> pointRefs = {}) {
   MeshS handles;
   MMG5_pMesh mesh = handles.mesh;
   MMG5_pSol ls = handles.ls;
@@ -139,9 +140,9 @@ CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
   MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_angle, 0);
 
   const MMG5_int np = in.m_dV.Count(), nt = in.FaceCount();
-  point_refs.resize(np, 0);
-  std::vector<MMG5_int> tri_refs(nt, 0);
-  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, 3), point_refs.data(), tri_refs.data()));
+  pointRefs.resize(np, 0);
+  std::vector<MMG5_int> triRefs(nt, 0);
+  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, 3), pointRefs.data(), triRefs.data()));
   EXPECT_EQ(1, MMGS_Set_solSize(mesh, ls, MMG5_Vertex, np, MMG5_Scalar));
   EXPECT_EQ(1, MMGS_Set_scalarSols(ls, values.data()));
   EXPECT_EQ(1, MMGS_Chk_meshData(mesh, ls));
@@ -151,15 +152,15 @@ CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
   MMG5_int onp = 0, ont = 0;
   MMGS_Get_meshSize(mesh, &onp, &ont, &out.na);
   std::vector<double> oxyz(3 * onp);
-  out.point_refs.resize(onp);
-  MMGS_Get_vertices(mesh, oxyz.data(), out.point_refs.data(), nullptr, nullptr);
+  out.pointRefs.resize(onp);
+  MMGS_Get_vertices(mesh, oxyz.data(), out.pointRefs.data(), nullptr, nullptr);
   StorePoints(oxyz, out);
   for (MMG5_int i = 0; i < ont; ++i) {
     MMG5_int a = 0, b = 0, c = 0, ref = 0;
     int required = 0;
     MMGS_Get_triangle(mesh, &a, &b, &c, &ref, &required);
     out.elements.push_back({a - 1, b - 1, c - 1});
-    out.element_refs.push_back(ref);
+    out.elementRefs.push_back(ref);
   }
   return out;
 }
@@ -196,7 +197,7 @@ FaceCensus CensusOf(const CutVolume& cut) {
        TriangleOwners(cut.elements, static_cast<int>(cut.elements.size()))) {
     if (list.size() > 2) ++census.overused;
     if (list.size() == 1) ++census.outer;
-    if (list.size() == 2 && cut.element_refs[list[0]] != cut.element_refs[list[1]])
+    if (list.size() == 2 && cut.elementRefs[list[0]] != cut.elementRefs[list[1]])
       ++census.interface;
   }
   return census;
@@ -228,17 +229,15 @@ TEST(MmgCompatLevelSet3d, SingleTetrahedronPatterns) {
     EXPECT_EQ(MMG5_SUCCESS, cut.status);
     EXPECT_EQ(c.np, static_cast<int>(cut.points.size()));
     EXPECT_EQ(c.ne, static_cast<int>(cut.elements.size()));
-    EXPECT_EQ(c.outer, Count(cut.tri_refs, 0));
-    EXPECT_EQ(c.interface, Count(cut.tri_refs, MG_ISO));
-    EXPECT_EQ(c.plus, Count(cut.element_refs, MG_PLUS));
-    EXPECT_EQ(c.minus, Count(cut.element_refs, MG_MINUS));
+    EXPECT_EQ(c.outer, Count(cut.triRefs, 0));
+    EXPECT_EQ(c.interface, Count(cut.triRefs, MG_ISO));
+    EXPECT_EQ(c.plus, Count(cut.elementRefs, MG_PLUS));
+    EXPECT_EQ(c.minus, Count(cut.elementRefs, MG_MINUS));
     for (std::size_t k = 0; k < cut.elements.size(); ++k)
       EXPECT_GT(cut.SignedVolume(k), 0.0);
   }
-}
-
-TEST(MmgCompatLevelSet3d, ZeroPushedOffTheLevelMovesTheCut) {
-  // The zero becomes -1e-4 (scaled by the unit extent), so the cut lands next to the origin.
+  // A zero pushed off the level becomes -1e-4 (scaled by the unit extent), so the cut lands
+  // next to the origin.
   const CutVolume pushed = CutWithMmg3d(CornerTetrahedron(), {0, 0, 0, 1});
   ASSERT_EQ(5u, pushed.points.size());
   EXPECT_NEAR(1e-4 / (1 + 1e-4), pushed.points[4].z, 1e-12);
@@ -247,9 +246,9 @@ TEST(MmgCompatLevelSet3d, ZeroPushedOffTheLevelMovesTheCut) {
 TEST(MmgCompatLevelSet3d, ReferencesAndNumberingOfVertices) {
   const CutVolume cut = CutWithMmg3d(CornerTetrahedron(), {1, 1, 1, -1}, {7, 8, 9, 10}, {5});
   ASSERT_EQ(MMG5_SUCCESS, cut.status);
-  EXPECT_EQ((std::vector<MMG5_int>{7, 8, 9, 0, 0, 0, 0}), cut.point_refs);
-  EXPECT_EQ(10, Count(cut.tri_refs, 5));  // outer faces keep the element's reference
-  EXPECT_EQ(1, Count(cut.tri_refs, MG_ISO));
+  EXPECT_EQ((std::vector<MMG5_int>{7, 8, 9, 0, 0, 0, 0}), cut.pointRefs);
+  EXPECT_EQ(10, Count(cut.triRefs, 5));  // outer faces keep the element's reference
+  EXPECT_EQ(1, Count(cut.triRefs, MG_ISO));
 
   // A vertex used by no element is replaced by the last one.
   ON_Mesh holed;
@@ -306,26 +305,26 @@ TEST(MmgCompatLevelSet3d, FaceOfThreeElementsIsPairedUp) {
 
 TEST(MmgCompatLevelSet3d, CubeCutByPlaneCounts) {
   const CutVolume zero = CutWithMmg3d(StructuredCube(1), std::vector<double>(8, 0.0));
-  EXPECT_EQ(6, Count(zero.element_refs, MG_MINUS));  // all zero goes negative
-  EXPECT_EQ(0, Count(zero.tri_refs, MG_ISO));
+  EXPECT_EQ(6, Count(zero.elementRefs, MG_MINUS));  // all zero goes negative
+  EXPECT_EQ(0, Count(zero.triRefs, MG_ISO));
 
   const ON_Mesh cube = StructuredCube(2, 2.0);
   const CutVolume cut = CutWithMmg3d(cube, SampleField(cube, [](auto& p) { return p.x - 0.37; }));
   ASSERT_EQ(MMG5_SUCCESS, cut.status);
   EXPECT_EQ(52u, cut.points.size());
   EXPECT_EQ(136u, cut.elements.size());
-  EXPECT_EQ(80, Count(cut.tri_refs, 0));
-  EXPECT_EQ(32, Count(cut.tri_refs, MG_ISO));
-  EXPECT_EQ(80, Count(cut.element_refs, MG_PLUS));
-  EXPECT_EQ(56, Count(cut.element_refs, MG_MINUS));
+  EXPECT_EQ(80, Count(cut.triRefs, 0));
+  EXPECT_EQ(32, Count(cut.triRefs, MG_ISO));
+  EXPECT_EQ(80, Count(cut.elementRefs, MG_PLUS));
+  EXPECT_EQ(56, Count(cut.elementRefs, MG_MINUS));
   EXPECT_EQ(16, cut.na);
 
   // A plane through a vertex layer cuts nothing: the zeros become interface vertices.
   const CutVolume layer = CutWithMmg3d(cube, SampleField(cube, [](auto& p) { return p.x - 1; }));
   EXPECT_EQ(27u, layer.points.size());
   EXPECT_EQ(48u, layer.elements.size());
-  EXPECT_EQ(8, Count(layer.tri_refs, MG_ISO));
-  EXPECT_EQ(24, Count(layer.element_refs, MG_PLUS));
+  EXPECT_EQ(8, Count(layer.triRefs, MG_ISO));
+  EXPECT_EQ(24, Count(layer.elementRefs, MG_PLUS));
   EXPECT_EQ(8, layer.na);
 }
 
@@ -346,7 +345,7 @@ constexpr double kInterfaceDrift = 0.0;
 
 // Conformity, orientation and volumes of a cut cube [0, 2]^3, and the interface on the zero
 // level oriented from the negative side into the positive one.
-void CheckCutCube(const CutVolume& cut, const Level& level, double interface_tolerance) {
+void CheckCutCube(const CutVolume& cut, const Level& level, double interfaceTolerance) {
   ASSERT_EQ(MMG5_SUCCESS, cut.status);
   for (std::size_t k = 0; k < cut.elements.size(); ++k)
     ASSERT_GT(cut.SignedVolume(k), 0.0);
@@ -354,26 +353,26 @@ void CheckCutCube(const CutVolume& cut, const Level& level, double interface_tol
 
   const FaceCensus census = CensusOf(cut);
   EXPECT_EQ(0, census.overused);
-  EXPECT_EQ(census.outer, Count(cut.tri_refs, 0));
-  EXPECT_EQ(census.interface, Count(cut.tri_refs, MG_ISO));
+  EXPECT_EQ(census.outer, Count(cut.triRefs, 0));
+  EXPECT_EQ(census.interface, Count(cut.triRefs, MG_ISO));
 
-  double outer_area = 0.0;
+  double outerArea = 0.0;
   for (std::size_t i = 0; i < cut.tris.size(); ++i) {
     const ON_3dVector n = cut.Normal(cut.tris[i]);
     const ON_3dPoint& a = cut.points[cut.tris[i][0]];
-    if (cut.tri_refs[i] == 0) {
-      outer_area += n.Length() / 2;
+    if (cut.triRefs[i] == 0) {
+      outerArea += n.Length() / 2;
       EXPECT_LT(ON_DotProduct(n, ON_3dPoint(1, 1, 1) - a), 0.0);  // outward
       continue;
     }
     ON_3dPoint centre(0, 0, 0);
     for (MMG5_int v : cut.tris[i]) {
-      EXPECT_NEAR(0.0, level(cut.points[v]), interface_tolerance + kInterfaceDrift);
+      EXPECT_NEAR(0.0, level(cut.points[v]), interfaceTolerance + kInterfaceDrift);
       centre += ON_3dVector(cut.points[v]) / 3;
     }
     EXPECT_GT(level(centre + (1e-3 / n.Length()) * n), level(centre));
   }
-  EXPECT_NEAR(24.0, outer_area, kOuterAreaTolerance);
+  EXPECT_NEAR(24.0, outerArea, kOuterAreaTolerance);
 }
 
 TEST(MmgCompatLevelSet3d, CubeCutByPlaneOrSphereIsConforming) {
@@ -431,7 +430,7 @@ TEST(MmgCompatLevelSetSurface, PlateCutAcrossTriangles) {
   EXPECT_NEAR(0.37, cut.AreaOf(MG_MINUS), 1e-12);
   // New vertices lie on the line and carry the interface reference.
   for (std::size_t i = 0; i < cut.points.size(); ++i) {
-    EXPECT_EQ(i < 25 ? 0 : MG_ISO, cut.point_refs[i]);
+    EXPECT_EQ(i < 25 ? 0 : MG_ISO, cut.pointRefs[i]);
     if (i >= 25) {
       EXPECT_NEAR(0.37, cut.points[i].x, 1e-15);
     }
@@ -448,12 +447,12 @@ TEST(MmgCompatLevelSetSurface, ZerosOnVerticesAndIsolatedZeros) {
       plate, SampleField(plate, [](auto& p) { return p.x - 0.5; }), std::vector<MMG5_int>(25, 10));
   ASSERT_EQ(MMG5_SUCCESS, column.status);
   EXPECT_EQ(25u, column.points.size());
-  EXPECT_EQ(16, Count(column.element_refs, MG_PLUS));
-  EXPECT_EQ(16, Count(column.element_refs, MG_MINUS));
+  EXPECT_EQ(16, Count(column.elementRefs, MG_PLUS));
+  EXPECT_EQ(16, Count(column.elementRefs, MG_MINUS));
   EXPECT_EQ(20, column.na);
   for (std::size_t i = 0; i < 25; ++i) {
     // Input references 10 are cleared; the interface vertices get 10 again.
-    EXPECT_EQ(column.points[i].x == 0.5 ? MG_ISO : 0, column.point_refs[i]) << i;
+    EXPECT_EQ(column.points[i].x == 0.5 ? MG_ISO : 0, column.pointRefs[i]) << i;
   }
 
   // An isolated zero among positive values is lifted: no interface at all.
@@ -461,12 +460,12 @@ TEST(MmgCompatLevelSetSurface, ZerosOnVerticesAndIsolatedZeros) {
   bump[12] = 0.0;
   const CutSurface lifted = CutWithMmgs(plate, bump);
   EXPECT_EQ(25u, lifted.points.size());
-  EXPECT_EQ(32, Count(lifted.element_refs, MG_PLUS));
+  EXPECT_EQ(32, Count(lifted.elementRefs, MG_PLUS));
   EXPECT_EQ(16, lifted.na);
 
   // Zeros along the boundary column x = 0 only touch the level: no interface either.
   const CutSurface edge = CutWithMmgs(plate, SampleField(plate, [](auto& p) { return p.x; }));
-  EXPECT_EQ(32, Count(edge.element_refs, MG_PLUS));
+  EXPECT_EQ(32, Count(edge.elementRefs, MG_PLUS));
   EXPECT_EQ(25u, edge.points.size());
 }
 
@@ -477,8 +476,8 @@ TEST(MmgCompatLevelSetSurface, ClosedCubeKeepsItsShape) {
   const CutSurface cut = CutWithMmgs(cube, SampleField(cube, [](auto& p) { return p.x - 0.37; }));
   ASSERT_EQ(MMG5_SUCCESS, cut.status);
   EXPECT_EQ(42u, cut.points.size());
-  EXPECT_EQ(48, Count(cut.element_refs, MG_PLUS));
-  EXPECT_EQ(32, Count(cut.element_refs, MG_MINUS));
+  EXPECT_EQ(48, Count(cut.elementRefs, MG_PLUS));
+  EXPECT_EQ(32, Count(cut.elementRefs, MG_MINUS));
   EXPECT_EQ(16, cut.na);
 #ifndef BRINDLE_REAL_MMG
   // The subset's exact areas. A real MMG smooths the closed cube's corners away (about a

@@ -10,8 +10,8 @@
 
 namespace {
 
-using brindle::cut_test::Mesh3d;
-using brindle::cut_test::MeshS;
+using brindle::mmg_test::Mesh3d;
+using brindle::mmg_test::MeshS;
 
 // The regular, corner and right isosceles values through the exports are checked with the
 // quality exports; here the rounding of the regular value, a long path, the independence of
