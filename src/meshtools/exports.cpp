@@ -19,11 +19,6 @@ using namespace brindle;
 
 namespace {
 
-// Refused by qual and qualS before MMG is asked: the status after MMG's four.
-enum QualityArgumentStatus {
-  kQualityNullArgument = kQualityCheck + 1,
-};
-
 // AspectRatios and DihedralAngles: a mesh is required, and an output array when the mesh has
 // faces to measure.
 int MeasureEveryFace(const ON_Mesh* mesh, double* values, char* error,
@@ -47,7 +42,7 @@ int ReportQuality(bool surface, const ON_Mesh* mesh, double* quality, char* erro
   // to measure, reported with a status of its own past MMG's four.
   if (!mesh || !quality) {
     SetErrorText(errorText, "Null mesh or quality array");
-    return kQualityNullArgument;
+    return kQualityNullInput;
   }
   const int status =
       surface ? MmgTriangleQualities(*mesh, quality) : MmgTetrahedronQualities(*mesh, quality);
