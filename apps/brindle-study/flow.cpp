@@ -33,6 +33,20 @@ std::array<Point, 4> ShapeGradients(const Point& a, const Point& b, const Point&
   return gradients;
 }
 
+std::vector<Point> TriangleGradients(const TriMesh& mesh, const std::vector<double>& field) {
+  std::vector<Point> gradients;
+  gradients.reserve(mesh.triangles.size());
+  for (const auto& t : mesh.triangles) {
+    double area = 0.0;
+    const auto g = ShapeGradients(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]], &area);
+    Point gradient{0, 0, 0};
+    for (int i = 0; i < 3; ++i)
+      gradient = gradient + field[t[i]] * g[i];
+    gradients.push_back(gradient);
+  }
+  return gradients;
+}
+
 double BoundaryFlow(const TriMesh& mesh, const std::vector<Point>& flux, VertexKind kind) {
   double flow = 0.0;
   for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
