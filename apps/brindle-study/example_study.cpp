@@ -1,6 +1,7 @@
 #include "example_study.h"
 
 #include <cmath>
+#include <cstdio>
 #include <fstream>
 #include <stdexcept>
 
@@ -10,6 +11,7 @@
 #include "medit.h"
 #include "mesh_source.h"
 #include "solve.h"
+#include "terminal.h"
 
 namespace brindle::study {
 namespace {
@@ -131,6 +133,14 @@ std::vector<double> OutcomeFactor(const StudyOutcome& o, const TemperaturePair& 
   for (double t : o.temperature)
     factor.push_back((t - pair.outside) / pair.Difference());
   return factor;
+}
+
+void PrintOwnStudyCommand(const Progress& progress, const std::string& program,
+                          const std::string& written, const std::string& study) {
+  progress.Line("  wrote " + written + " and " + study +
+                " with its mesh; to study it as your own:");
+  std::printf("    %s\n", ShellCommand({program, "--study", AbsolutePath(study)}).c_str());
+  std::fflush(stdout);
 }
 
 std::vector<Point> FactorFlux(const StudyOutcome& o, const std::vector<double>& factor) {
