@@ -2,35 +2,16 @@
 // calculations, energy balance and mesh convergence.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include <algorithm>
 #include <memory>
 
-#include "example_study.h"
 #include "examples.h"
-#include "medit.h"
 #include "section_study.h"
 
 namespace brindle::study {
 namespace {
 
 const double kWallU = SeriesUValue(SlabSection(false).wall);
-
-TEST(StudySection, UndisturbedWallConductsTheSeriesUValue) {
-  const Detail wall = SlabSection(false);
-  const SectionRun run = SolveSection(wall, SectionSizes().Refined(0), /*levels=*/5);
-  const double expected = kWallU * wall.wallLength;
-  for (double flow : run.solution.levelFlow)
-    EXPECT_NEAR(flow / expected, 1.0, 1e-3);
-  EXPECT_NEAR(run.solution.warmFlow / expected, 1.0, 1e-3);
-  EXPECT_NEAR(run.solution.coldFlow / expected, 1.0, 1e-3);
-  EXPECT_NEAR(run.minFactor, 1.0 - kWallU * kInteriorSurfaceResistance, 1e-4);
-  const auto [low, high] =
-      std::minmax_element(run.solution.temperature.begin(), run.solution.temperature.end());
-  EXPECT_GE(*low, -1e-12);
-  EXPECT_LE(*high, 1.0 + 1e-12);
-}
 
 // The slab example on the two finest levels the tool uses, solved once for all tests below.
 class StudySlab : public ::testing::Test {
@@ -71,22 +52,6 @@ TEST_F(StudySlab, PsiConvergesAndIsAStrongThermalBridge) {
   EXPECT_LT(figures_->fRsi, 1.0 - kWallU * kInteriorSurfaceResistance - 0.1);
   EXPECT_EQ(fine_->coldest[0], 0.0);
   EXPECT_TRUE(fine_->coldest[1] == 0.0 || fine_->coldest[1] == 0.2);
-}
-
-// The tool writes its models as MEDIT files that users can study again as their own: the
-// round trip through the file and the user-study path gives the same solution.
-TEST(StudySection, WrittenStudyRunsAgainWithTheSameFlows) {
-  const Detail detail = SlabSection(true);
-  const MeshSizes sizes = SectionSizes().Refined(0);
-  const SectionRun run = SolveSection(detail, sizes, 3);
-  const auto folder = std::filesystem::temp_directory_path() / "brindle-section-again";
-  std::filesystem::create_directories(folder);
-  const std::string study =
-      WriteExampleStudy(folder.string(), "slab", detail, sizes, 2, {1.0, 0.0});
-  const auto again = RunStudy(ReadStudyFile(study), nullptr, folder.string(), "", study);
-  EXPECT_NEAR(again["coupling_coefficients"]["inside"]["outside"].get<double>(), run.flow,
-              1e-9 * run.flow);
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -14,17 +14,6 @@ namespace {
 // Coarse enough for the sanitizer build, fine enough to resolve the bar.
 const MeshSizes kCoarse{0.02, 0.25, 1.6};
 
-TEST(StudyVolume, UndisturbedWallConductsTheSeriesUValue) {
-  Detail wall = SteelBarDetail();
-  wall.blocks.pop_back();  // the steel bar
-  const DetailRun run = SolveDetail(wall, kCoarse);
-  const double expected = SeriesUValue(wall.wall) * wall.wallArea;
-  EXPECT_NEAR(run.solution.warmFlow / expected, 1.0, 1e-3);
-  EXPECT_NEAR(run.solution.coldFlow / expected, 1.0, 1e-3);
-  // A plane wall's interior surface sits at 1 - U Rsi everywhere.
-  EXPECT_NEAR(run.minFactor, 1.0 - SeriesUValue(wall.wall) * kInteriorSurfaceResistance, 1e-4);
-}
-
 TEST(StudyVolume, SteelBarIsAPointThermalBridge) {
   const Detail detail = SteelBarDetail();
   const DetailRun run = SolveDetail(detail, kCoarse);
