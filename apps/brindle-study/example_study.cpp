@@ -41,12 +41,12 @@ void FillFromOutcome(const StudyOutcome& o, Mesh& mesh) {
                                                                     : Role::ColdLayer;
     mesh.materials.push_back({o.materialNames[m], o.materialConductivity[m], role});
   }
-  mesh.kind.assign(o.points.size(), VertexKind::Free);
+  mesh.kind.assign(o.points.size(), VertexKind::kFree);
   for (std::size_t v = 0; v < o.points.size(); ++v)
     if (o.fixedBy[v] == 0)
-      mesh.kind[v] = VertexKind::Warm;
+      mesh.kind[v] = VertexKind::kWarm;
     else if (o.fixedBy[v] == 1)
-      mesh.kind[v] = VertexKind::Cold;
+      mesh.kind[v] = VertexKind::kCold;
   mesh.onSurface.assign(o.points.size(), 0);
   for (const auto& face : o.environmentFaces[0])
     for (int v : face)

@@ -171,7 +171,7 @@ TetMesh OutcomeTetMesh(const StudyOutcome& o, const std::vector<double>& conduct
   mesh.tetrahedra = o.elements;
   mesh.region = o.material;
   mesh.materials = OutcomeMaterials(o, conductivity);
-  mesh.kind.assign(mesh.points.size(), VertexKind::Free);
+  mesh.kind.assign(mesh.points.size(), VertexKind::kFree);
   mesh.onSurface.assign(mesh.points.size(), 0);
   return mesh;
 }
@@ -183,7 +183,7 @@ TriMesh OutcomeTriMesh(const StudyOutcome& o, const std::vector<double>& conduct
     mesh.triangles.push_back({e[0], e[1], e[2]});
   mesh.region = o.material;
   mesh.materials = OutcomeMaterials(o, conductivity);
-  mesh.kind.assign(mesh.points.size(), VertexKind::Free);
+  mesh.kind.assign(mesh.points.size(), VertexKind::kFree);
   mesh.onSurface.assign(mesh.points.size(), 0);
   return mesh;
 }

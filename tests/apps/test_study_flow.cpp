@@ -32,8 +32,8 @@ TEST(StudyFlow, BoundaryFlowOfALinearFieldEqualsTheConductance) {
   std::vector<Point> flux;
   for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
     flux.push_back(materials[mesh.region[f]].conductivity * gradients[f]);
-  EXPECT_NEAR(BoundaryFlow(mesh, flux, VertexKind::Warm), 1.5 / 0.7, 1e-10);
-  EXPECT_NEAR(BoundaryFlow(mesh, flux, VertexKind::Cold), -1.5 / 0.7, 1e-10);
+  EXPECT_NEAR(BoundaryFlow(mesh, flux, VertexKind::kWarm), 1.5 / 0.7, 1e-10);
+  EXPECT_NEAR(BoundaryFlow(mesh, flux, VertexKind::kCold), -1.5 / 0.7, 1e-10);
 }
 
 }  // namespace

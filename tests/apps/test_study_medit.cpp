@@ -57,7 +57,7 @@ void ExpectErrorAtLine(const std::string& text, int line, const std::string& wor
     ParseMedit(text, "m.mesh");
     FAIL() << "accepted: " << text;
   } catch (const MeditError& e) {
-    EXPECT_EQ(e.line(), line) << e.what();
+    EXPECT_EQ(e.Line(), line) << e.what();
     EXPECT_NE(std::string(e.what()).find("m.mesh:" + std::to_string(line) + ": "),
               std::string::npos)
         << e.what();
