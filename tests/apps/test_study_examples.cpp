@@ -1,10 +1,14 @@
-// The 2-D thermal-bridge study through the surface solver: its figures against hand
-// calculations, energy balance and mesh convergence.
+// The built-in thermal-bridge examples: the 2-D slab through the surface solver and the 3-D
+// steel bar through the volume solver, their figures against hand calculations, energy balance
+// and mesh convergence, and the study file each writes run again.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 
+#include "detail_study.h"
+#include "example_study.h"
 #include "examples.h"
 #include "section_study.h"
 
@@ -52,6 +56,33 @@ TEST_F(StudySlab, PsiConvergesAndIsAStrongThermalBridge) {
   EXPECT_LT(figures_->fRsi, 1.0 - kWallU * kInteriorSurfaceResistance - 0.1);
   EXPECT_EQ(fine_->coldest[0], 0.0);
   EXPECT_TRUE(fine_->coldest[1] == 0.0 || fine_->coldest[1] == 0.2);
+}
+
+// Coarse enough for the sanitizer build, fine enough to resolve the bar.
+const MeshSizes kCoarse{0.02, 0.25, 1.6};
+
+TEST(StudySteelBar, IsAPointThermalBridgeAndItsWrittenStudyRunsAgain) {
+  const Detail detail = SteelBarDetail();
+  const DetailRun run = SolveDetail(detail, kCoarse);
+  EXPECT_NEAR(run.solution.warmFlow / run.solution.coldFlow, 1.0, 1e-3);
+  const double u = SeriesUValue(detail.wall);
+  const double chi = detail.symmetryCopies * (run.flow - u * detail.wallArea);
+  EXPECT_GT(chi, 0.005);  // W/K: steel through insulation is a serious bridge
+  EXPECT_LT(chi, 0.5);
+  EXPECT_LT(run.minFactor, 1.0 - u * kInteriorSurfaceResistance);
+  EXPECT_GT(run.minFactor, 0.5);
+  EXPECT_EQ(run.coldest[1], 0.0);  // on the bar's axis, by symmetry
+  EXPECT_EQ(run.coldest[2], 0.0);
+
+  // The model written as a MEDIT file with its study gives the same flow as the user's own.
+  const auto folder = std::filesystem::temp_directory_path() / "brindle-volume-again";
+  std::filesystem::create_directories(folder);
+  const std::string study =
+      WriteExampleStudy(folder.string(), "steel", detail, kCoarse, 3, {1.0, 0.0});
+  const auto again = RunStudy(ReadStudyFile(study), nullptr, folder.string(), "", study);
+  EXPECT_NEAR(again["coupling_coefficients"]["inside"]["outside"].get<double>(),
+              detail.symmetryCopies * run.flow, 1e-9 * run.flow);
+  std::filesystem::remove_all(folder);
 }
 
 }  // namespace
