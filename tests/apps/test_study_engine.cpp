@@ -139,8 +139,6 @@ TEST(StudyEngine, ThreeEnvironmentsSuperpose) {
   // Room surfaces lie between the outside and the room air.
   EXPECT_GT(e["room"]["surface_temperature_min_C"].get<double>(), -5.0);
   EXPECT_LT(e["room"]["surface_temperature_max_C"].get<double>(), 20.0);
-  EXPECT_EQ(solved.outcome.environmentNames.size(), 3u);
-  EXPECT_EQ(solved.outcome.temperature.size(), solved.outcome.points.size());
 }
 
 // An aluminium profile through insulation, in metres with 0.5 mm elements next to the metal:

@@ -43,13 +43,6 @@ TEST(StudyMedit, ReadsVerticesElementsAndReferences) {
   ASSERT_EQ(mesh.tetrahedra.size(), 3u);
   EXPECT_EQ(mesh.tetrahedra[1], (std::array<int, 4>{1, 2, 3, 4}));
   EXPECT_EQ(mesh.tetrahedronRef, (std::vector<int>{1, 2, 2}));
-
-  const MeditMesh flat = ParseMedit(
-      "MeshVersionFormatted 1\nDimension 2\nVertices 3\n0 0 1\n1 0 1\n0 1 2\n"
-      "Edges 1\n1 2 5\nTriangles 1\n1 2 3 4\n");
-  EXPECT_EQ(flat.vertices[1], (Point{1, 0, 0}));
-  EXPECT_EQ(flat.edges[0], (std::array<int, 2>{0, 1}));
-  EXPECT_EQ(flat.edgeRef[0], 5);
 }
 
 void ExpectErrorAtLine(const std::string& text, int line, const std::string& words) {
