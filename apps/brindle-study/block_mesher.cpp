@@ -22,7 +22,7 @@ std::vector<int> ThinAxes(const std::vector<Block>& blocks, const std::vector<Ma
 
 struct NodeClass {
   bool used = false;
-  VertexKind kind = VertexKind::Free;
+  VertexKind kind = VertexKind::kFree;
   bool onSurface = false;
 };
 
@@ -46,8 +46,8 @@ NodeClass ClassifyNode(const std::vector<int>& cells, const std::vector<Block>& 
     const int axis = thin[cells[c]];
     if (axis >= 0 && cells[c ^ (std::size_t{1} << axis)] < 0) outerFace = true;
   }
-  if (node.used && outerFace && allWarm) node.kind = VertexKind::Warm;
-  if (node.used && outerFace && allCold) node.kind = VertexKind::Cold;
+  if (node.used && outerFace && allWarm) node.kind = VertexKind::kWarm;
+  if (node.used && outerFace && allCold) node.kind = VertexKind::kCold;
   node.onSurface = touchesWarm && touchesSolid;
   return node;
 }

@@ -8,11 +8,17 @@
 namespace brindle::study {
 namespace {
 
-// Faces met once are on the outside; the opposite vertex orients their normal.
+// An outside face as its element lists it, with the element's vertex opposite it.
 template <std::size_t N>
-std::map<std::array<int, N>, std::pair<int, std::array<int, N>>> OutsideFaces(
-    const std::vector<std::array<int, N + 1>>& elements) {
-  std::map<std::array<int, N>, std::pair<int, std::array<int, N>>> seen;  // key -> count, face
+struct OutsideFace {
+  std::array<int, N> face;
+  int opposite;
+};
+
+// Faces met once are on the outside, in the order of their sorted vertices.
+template <std::size_t N>
+std::vector<OutsideFace<N>> OutsideFaces(const std::vector<std::array<int, N + 1>>& elements) {
+  std::map<std::array<int, N>, std::pair<int, OutsideFace<N>>> seen;  // key -> count, face
   for (const auto& e : elements)
     for (std::size_t skip = 0; skip <= N; ++skip) {
       std::array<int, N> face;
@@ -23,18 +29,43 @@ std::map<std::array<int, N>, std::pair<int, std::array<int, N>>> OutsideFaces(
       std::sort(key.begin(), key.end());
       auto& entry = seen[key];
       ++entry.first;
-      entry.second = face;
+      entry.second = {face, e[skip]};
     }
-  for (auto it = seen.begin(); it != seen.end();)
-    it = it->second.first == 1 ? std::next(it) : seen.erase(it);
-  return seen;
+  std::vector<OutsideFace<N>> outside;
+  for (const auto& [key, entry] : seen)
+    if (entry.first == 1) outside.push_back(entry.second);
+  return outside;
 }
 
-Point Centre(const std::vector<Point>& points) {
-  Point c{0.0, 0.0, 0.0};
-  for (const Point& p : points)
-    c = c + p;
-  return (1.0 / static_cast<double>(points.size())) * c;
+// A normal of a face (either sense): of a triangle in space, of an edge in the xy plane.
+Point FaceNormal(const std::vector<Point>& points, const std::array<int, 3>& f) {
+  return Cross(points[f[1]] - points[f[0]], points[f[2]] - points[f[0]]);
+}
+
+Point FaceNormal(const std::vector<Point>& points, const std::array<int, 2>& f) {
+  const Point t = points[f[1]] - points[f[0]];
+  return {t[1], -t[0], 0.0};
+}
+
+// Tags every outside face of the elements by its centre and outward unit normal (the vertex
+// opposite it lies inside); the faces the tagger names are appended with their references.
+template <std::size_t N>
+void TagOutsideFaces(const std::vector<Point>& points,
+                     const std::vector<std::array<int, N + 1>>& elements, const FaceTagger& tag,
+                     std::vector<std::array<int, N>>& faces, std::vector<int>& references) {
+  for (const auto& [face, opposite] : OutsideFaces<N>(elements)) {
+    const Point& a = points[face[0]];
+    Point n = FaceNormal(points, face);
+    n = (1.0 / Norm(n)) * n;
+    if (Dot(n, points[opposite] - a) > 0.0) n = (-1.0) * n;
+    Point centre{0.0, 0.0, 0.0};
+    for (int v : face)
+      centre = centre + points[v];
+    const int reference = tag((1.0 / static_cast<double>(N)) * centre, n);
+    if (reference == 0) continue;
+    faces.push_back(face);
+    references.push_back(reference);
+  }
 }
 
 }  // namespace
@@ -46,24 +77,7 @@ StudyMesh BlockStudyMesh(const TetMesh& mesh, const FaceTagger& tag) {
   s.tetrahedra = mesh.tetrahedra;
   for (int r : mesh.region)
     s.tetrahedronRef.push_back(r + 1);
-  // Centre of each tetrahedron's owner for orienting normals: the element centre lies inside.
-  std::map<std::array<int, 3>, Point> inner;
-  for (const auto& t : mesh.tetrahedra)
-    for (int skip = 0; skip < 4; ++skip) {
-      const std::array<int, 3> key = SortedFace(t, skip);
-      inner[key] = mesh.points[t[skip]];
-    }
-  for (const auto& [key, entry] : OutsideFaces<3>(mesh.tetrahedra)) {
-    const auto& f = entry.second;
-    const Point& a = mesh.points[f[0]];
-    Point n = Cross(mesh.points[f[1]] - a, mesh.points[f[2]] - a);
-    n = (1.0 / Norm(n)) * n;
-    if (Dot(n, inner[key] - a) > 0.0) n = (-1.0) * n;
-    const int ref = tag(Centre({a, mesh.points[f[1]], mesh.points[f[2]]}), n);
-    if (ref == 0) continue;
-    s.triangles.push_back(f);
-    s.triangleRef.push_back(ref);
-  }
+  TagOutsideFaces<3>(mesh.points, mesh.tetrahedra, tag, s.triangles, s.triangleRef);
   return s;
 }
 
@@ -74,25 +88,7 @@ StudyMesh BlockStudyMesh(const TriMesh& mesh, const FaceTagger& tag) {
   s.triangles = mesh.triangles;
   for (int r : mesh.region)
     s.triangleRef.push_back(r + 1);
-  std::map<std::array<int, 2>, Point> inner;
-  for (const auto& t : mesh.triangles)
-    for (int skip = 0; skip < 3; ++skip) {
-      std::array<int, 2> key{t[(skip + 1) % 3], t[(skip + 2) % 3]};
-      std::sort(key.begin(), key.end());
-      inner[key] = mesh.points[t[skip]];
-    }
-  for (const auto& [key, entry] : OutsideFaces<2>(mesh.triangles)) {
-    const auto& f = entry.second;
-    const Point& a = mesh.points[f[0]];
-    const Point t = mesh.points[f[1]] - a;
-    Point n{t[1], -t[0], 0.0};
-    n = (1.0 / Norm(n)) * n;
-    if (Dot(n, inner[key] - a) > 0.0) n = (-1.0) * n;
-    const int ref = tag(Centre({a, mesh.points[f[1]]}), n);
-    if (ref == 0) continue;
-    s.edges.push_back(f);
-    s.edgeRef.push_back(ref);
-  }
+  TagOutsideFaces<2>(mesh.points, mesh.triangles, tag, s.edges, s.edgeRef);
   return s;
 }
 

@@ -12,15 +12,15 @@ Rgb TemperatureColour(double t) {
   if (!(t >= 0.0)) t = 0.0;  // also NaN
   t = std::min(t, 1.0);
   // Evenly spaced anchors; linear blends between them.
-  static const Rgb anchors[] = {{20, 30, 140},  {30, 110, 220}, {60, 190, 220}, {110, 200, 110},
-                                {235, 220, 70}, {245, 140, 40}, {190, 30, 30}};
-  const int last = int(std::size(anchors)) - 1;
+  static const Rgb kAnchors[] = {{20, 30, 140},  {30, 110, 220}, {60, 190, 220}, {110, 200, 110},
+                                 {235, 220, 70}, {245, 140, 40}, {190, 30, 30}};
+  const int last = int(std::size(kAnchors)) - 1;
   const double at = t * last;
   const int i = std::min(int(at), last - 1);
   const double w = at - i;
   Rgb c;
   for (int k = 0; k < 3; ++k)
-    c[k] = int(std::lround(anchors[i][k] * (1.0 - w) + anchors[i + 1][k] * w));
+    c[k] = int(std::lround(kAnchors[i][k] * (1.0 - w) + kAnchors[i + 1][k] * w));
   return c;
 }
 
@@ -32,7 +32,7 @@ Rgb FluxColour(double t) {
 
 Rgb ColourScale::Colour(double value) const {
   const double t = high > low ? (value - low) / (high - low) : 0.5;
-  return mode == ColourMode::Temperature ? TemperatureColour(t) : FluxColour(t);
+  return mode == ColourMode::kTemperature ? TemperatureColour(t) : FluxColour(t);
 }
 
 double RoundUp(double value) {
@@ -89,7 +89,7 @@ std::string TickText(double value, double step) {
 
 ColourScale TemperatureScale(const std::vector<double>& environmentTemperatures) {
   ColourScale scale;
-  scale.mode = ColourMode::Temperature;
+  scale.mode = ColourMode::kTemperature;
   scale.title = {"temperature", "°C"};
   if (environmentTemperatures.empty()) return scale;
   const auto [low, high] =
@@ -117,7 +117,7 @@ double WeightedQuantile(const std::vector<std::pair<double, double>>& sortedValu
 ColourScale FluxScale(const std::vector<double>& magnitudes, const std::vector<double>& areas,
                       const std::string& unitLine) {
   ColourScale scale;
-  scale.mode = ColourMode::Flux;
+  scale.mode = ColourMode::kFlux;
   scale.title = {"heat flux density", unitLine};
   if (magnitudes.empty()) return scale;
   std::vector<std::pair<double, double>> sorted;

@@ -11,10 +11,10 @@ namespace brindle::study {
 
 using Rgb = std::array<int, 3>;
 
-enum class ColourMode { Temperature, Flux };
+enum class ColourMode { kTemperature, kFlux };
 
 struct ColourScale {
-  ColourMode mode = ColourMode::Temperature;
+  ColourMode mode = ColourMode::kTemperature;
   double low = 0.0;
   double high = 1.0;
   bool clippedHigh = false;        // values above `high` occur and get the top colour

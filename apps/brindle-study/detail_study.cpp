@@ -39,13 +39,10 @@ DetailRun SolveDetail(const Detail& detail, const MeshSizes& sizes) {
   return run;
 }
 
-void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair,
-                    const std::vector<int>& references) {
-  WriteVtk(
-      path, "brindle-study 3-D detail", run.mesh,
-      TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair,
-                        references.empty() ? BuiltInReferences(run.mesh.materials) : references,
-                        MaterialNames(run.mesh.materials)));
+void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair) {
+  WriteVtk(path, "brindle-study 3-D detail", run.mesh,
+           TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region,
+                             run.mesh.materials, pair));
 }
 
 nlohmann::json RunSteelExample(const Options& options, const Progress& progress) {
@@ -125,9 +122,7 @@ nlohmann::json RunSteelExample(const Options& options, const Progress& progress)
     progress.Line("  wrote " + file);
   const std::string study = WriteExampleStudy(options.output, "steel-3d", detail,
                                               DetailSizes().Refined(options.refine3d), 3, pair);
-  progress.Line("  wrote " + vtk + " and " + study + " with its mesh; to study it as your own:");
-  std::printf("    %s\n", ShellCommand({options.program, "--study", AbsolutePath(study)}).c_str());
-  std::fflush(stdout);
+  PrintOwnStudyCommand(progress, options.program, vtk, study);
   nlohmann::json json = {
       {"materials", MaterialsJson(detail.materials)},
       {"heat_flow_W_per_K", flow},

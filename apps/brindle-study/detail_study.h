@@ -26,9 +26,7 @@ struct DetailRun {
 DetailRun SolveDetail(const Detail& detail, const MeshSizes& sizes);
 
 // VTK fields of a solved tetrahedral model: temperatures, heat flux density and material.
-// The material field holds `references` (by default those of the MEDIT files the tool writes).
-void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair,
-                    const std::vector<int>& references = {});
+void WriteDetailVtk(const std::string& path, const DetailRun& run, const TemperaturePair& pair);
 
 // Runs the built-in 3-D example with its report, VTK file and summary entry.
 nlohmann::json RunSteelExample(const Options& options, const Progress& progress);

@@ -1,6 +1,7 @@
 #include "example_study.h"
 
 #include <cmath>
+#include <cstdio>
 #include <fstream>
 #include <stdexcept>
 
@@ -10,6 +11,7 @@
 #include "medit.h"
 #include "mesh_source.h"
 #include "solve.h"
+#include "terminal.h"
 
 namespace brindle::study {
 namespace {
@@ -39,12 +41,12 @@ void FillFromOutcome(const StudyOutcome& o, Mesh& mesh) {
                                                                     : Role::ColdLayer;
     mesh.materials.push_back({o.materialNames[m], o.materialConductivity[m], role});
   }
-  mesh.kind.assign(o.points.size(), VertexKind::Free);
+  mesh.kind.assign(o.points.size(), VertexKind::kFree);
   for (std::size_t v = 0; v < o.points.size(); ++v)
     if (o.fixedBy[v] == 0)
-      mesh.kind[v] = VertexKind::Warm;
+      mesh.kind[v] = VertexKind::kWarm;
     else if (o.fixedBy[v] == 1)
-      mesh.kind[v] = VertexKind::Cold;
+      mesh.kind[v] = VertexKind::kCold;
   mesh.onSurface.assign(o.points.size(), 0);
   for (const auto& face : o.environmentFaces[0])
     for (int v : face)
@@ -131,6 +133,14 @@ std::vector<double> OutcomeFactor(const StudyOutcome& o, const TemperaturePair& 
   for (double t : o.temperature)
     factor.push_back((t - pair.outside) / pair.Difference());
   return factor;
+}
+
+void PrintOwnStudyCommand(const Progress& progress, const std::string& program,
+                          const std::string& written, const std::string& study) {
+  progress.Line("  wrote " + written + " and " + study +
+                " with its mesh; to study it as your own:");
+  std::printf("    %s\n", ShellCommand({program, "--study", AbsolutePath(study)}).c_str());
+  std::fflush(stdout);
 }
 
 std::vector<Point> FactorFlux(const StudyOutcome& o, const std::vector<double>& factor) {

@@ -31,6 +31,11 @@ SolvedStudy SolveDetailStudy(const Detail& detail, const MeshSizes& sizes, int d
 std::string WriteExampleStudy(const std::string& dir, const std::string& name, const Detail& detail,
                               const MeshSizes& sizes, int dimension, const TemperaturePair& pair);
 
+// Tells which files an example wrote (`written`, then its study file) and prints the command
+// that studies the written study file as the user's own.
+void PrintOwnStudyCommand(const Progress& progress, const std::string& program,
+                          const std::string& written, const std::string& study);
+
 // The solved model as the examples' meshes: layer materials carry their side's role, vertices
 // their fixed side, and the room's surface is marked.
 TriMesh OutcomeTriMesh(const StudyOutcome& outcome);

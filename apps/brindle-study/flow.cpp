@@ -33,34 +33,57 @@ std::array<Point, 4> ShapeGradients(const Point& a, const Point& b, const Point&
   return gradients;
 }
 
-double BoundaryFlow(const TriMesh& mesh, const std::vector<Point>& flux, VertexKind kind) {
-  double flow = 0.0;
-  for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
-    const auto& t = mesh.triangles[f];
+std::vector<Point> TriangleGradients(const TriMesh& mesh, const std::vector<double>& field) {
+  std::vector<Point> gradients;
+  gradients.reserve(mesh.triangles.size());
+  for (const auto& t : mesh.triangles) {
     double area = 0.0;
-    const auto gradients =
-        ShapeGradients(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]], &area);
-    Point indicator{0.0, 0.0, 0.0};
+    const auto g = ShapeGradients(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]], &area);
+    Point gradient{0, 0, 0};
     for (int i = 0; i < 3; ++i)
-      if (mesh.kind[t[i]] == kind) indicator = indicator + gradients[i];
-    flow += area * Dot(flux[f], indicator);
+      gradient = gradient + field[t[i]] * g[i];
+    gradients.push_back(gradient);
+  }
+  return gradients;
+}
+
+namespace {
+
+// The boundary reaction over elements of N vertices; `gradientsOf` gives an element's shape
+// gradients and its measure (area or volume).
+template <std::size_t N, class GradientsOf>
+double KindFlow(const std::vector<std::array<int, N>>& elements,
+                const std::vector<VertexKind>& kinds, const std::vector<Point>& flux,
+                VertexKind kind, const GradientsOf& gradientsOf) {
+  double flow = 0.0;
+  for (std::size_t e = 0; e < elements.size(); ++e) {
+    const auto& t = elements[e];
+    double measure = 0.0;
+    const auto gradients = gradientsOf(t, &measure);
+    Point indicator{0.0, 0.0, 0.0};
+    for (std::size_t i = 0; i < N; ++i)
+      if (kinds[t[i]] == kind) indicator = indicator + gradients[i];
+    flow += measure * Dot(flux[e], indicator);
   }
   return flow;
 }
 
+}  // namespace
+
+double BoundaryFlow(const TriMesh& mesh, const std::vector<Point>& flux, VertexKind kind) {
+  const auto& p = mesh.points;
+  return KindFlow(mesh.triangles, mesh.kind, flux, kind,
+                  [&](const std::array<int, 3>& t, double* area) {
+                    return ShapeGradients(p[t[0]], p[t[1]], p[t[2]], area);
+                  });
+}
+
 double BoundaryFlow(const TetMesh& mesh, const std::vector<Point>& flux, VertexKind kind) {
-  double flow = 0.0;
-  for (std::size_t e = 0; e < mesh.tetrahedra.size(); ++e) {
-    const auto& t = mesh.tetrahedra[e];
-    double volume = 0.0;
-    const auto gradients = ShapeGradients(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]],
-                                          mesh.points[t[3]], &volume);
-    Point indicator{0.0, 0.0, 0.0};
-    for (int i = 0; i < 4; ++i)
-      if (mesh.kind[t[i]] == kind) indicator = indicator + gradients[i];
-    flow += volume * Dot(flux[e], indicator);
-  }
-  return flow;
+  const auto& p = mesh.points;
+  return KindFlow(mesh.tetrahedra, mesh.kind, flux, kind,
+                  [&](const std::array<int, 4>& t, double* volume) {
+                    return ShapeGradients(p[t[0]], p[t[1]], p[t[2]], p[t[3]], volume);
+                  });
 }
 
 }  // namespace brindle::study

@@ -217,7 +217,7 @@ StudyMesh ReadCurrentModel(const std::string& path) {
       if (dimension >= 1 && dimension <= 3)
         ReadEntity(dimension, tag, hasGroups[dimension], index, mesh, tally);
   });
-  if (tally.refused.empty()) {
+  if (tally.refused.Empty()) {
     const bool solids = !mesh.tetrahedra.empty() || tally.ungrouped[3] + tally.multiGrouped[3] > 0;
     RequireOneGroupPerSolid(tally, solids ? 3 : 2, path);
   }

@@ -16,7 +16,7 @@ namespace brindle::study {
 class MeditError : public std::runtime_error {
  public:
   MeditError(const std::string& message, int line) : std::runtime_error(message), line_(line) {}
-  int line() const { return line_; }
+  int Line() const { return line_; }
 
  private:
   int line_;

@@ -76,7 +76,7 @@ StudyMesh ReadMeditStudyMesh(const std::string& path) {
 }
 
 const std::vector<int>& ReferencesOf(const StudyMesh& mesh, int entityDimension) {
-  static const std::vector<int> none;
+  static const std::vector<int> kNone;
   switch (entityDimension) {
     case 3:
       return mesh.tetrahedronRef;
@@ -85,7 +85,7 @@ const std::vector<int>& ReferencesOf(const StudyMesh& mesh, int entityDimension)
     case 1:
       return mesh.edgeRef;
     default:
-      return none;
+      return kNone;
   }
 }
 
@@ -155,8 +155,8 @@ std::string RefusedElements::Summary() const {
 namespace {
 
 void RefuseUnsupported(const RefusedElements& refused, const std::string& source) {
-  if (refused.empty()) return;
-  const std::string hint = refused.anyHigherOrder()
+  if (refused.Empty()) return;
+  const std::string hint = refused.AnyHigherOrder()
                                ? "mesh with first-order triangles/tetrahedra (gmsh: "
                                  "Mesh.ElementOrder = 1, no Recombine)"
                                : "mesh with triangles/tetrahedra (gmsh: no Recombine)";

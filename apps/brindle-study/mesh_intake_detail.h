@@ -20,8 +20,8 @@ class RefusedElements {
     std::string many;
   };
   void Add(const Kind& kind, long count);
-  bool empty() const { return counts_.empty(); }
-  bool anyHigherOrder() const { return higherOrder_; }
+  bool Empty() const { return counts_.empty(); }
+  bool AnyHigherOrder() const { return higherOrder_; }
   // "312 quadrilaterals, 4 prisms"
   std::string Summary() const;
   void MarkHigherOrder() { higherOrder_ = true; }

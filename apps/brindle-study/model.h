@@ -21,7 +21,7 @@ struct Material {
 };
 
 // Boundary condition of a vertex: held at the warm or the cold temperature, or unknown.
-enum class VertexKind { Free, Cold, Warm };
+enum class VertexKind { kFree, kCold, kWarm };
 
 // Triangle mesh of a 2-D section (z = 0) or of a user's surface mesh.
 struct TriMesh {

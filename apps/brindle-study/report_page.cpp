@@ -164,11 +164,7 @@ std::string ReportHtml(const nlohmann::ordered_json& summary,
 
 void WriteReportPage(const std::string& path, const nlohmann::ordered_json& summary,
                      const std::vector<ReportStudy>& studies) {
-  const std::string text = ReportHtml(summary, studies);
-  std::ofstream out(path, std::ios::binary);
-  if (!out) throw std::runtime_error("cannot write " + path);
-  out << text;
-  if (!out) throw std::runtime_error("error while writing " + path);
+  WriteTextFile(path, ReportHtml(summary, studies));
 }
 
 }  // namespace brindle::study

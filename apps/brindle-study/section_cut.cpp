@@ -87,7 +87,7 @@ SectionCut CutTetMesh(const TetMesh& mesh, const std::vector<double>& values, Ax
       cut.mesh.region.push_back(mesh.region[t]);
     }
   }
-  cut.mesh.kind.assign(cut.mesh.points.size(), VertexKind::Free);
+  cut.mesh.kind.assign(cut.mesh.points.size(), VertexKind::kFree);
   cut.mesh.onSurface.assign(cut.mesh.points.size(), 0);
   return cut;
 }

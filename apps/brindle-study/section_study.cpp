@@ -107,13 +107,10 @@ SvgPicture SectionFluxPicture(const SectionRun& run, const TemperaturePair& pair
   return picture;
 }
 
-void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair,
-                     const std::vector<int>& references) {
-  WriteVtk(
-      path, "brindle-study 2-D section", run.mesh,
-      TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region, pair,
-                        references.empty() ? BuiltInReferences(run.mesh.materials) : references,
-                        MaterialNames(run.mesh.materials)));
+void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair) {
+  WriteVtk(path, "brindle-study 2-D section", run.mesh,
+           TemperatureFields(run.solution.temperature, run.solution.flux, run.mesh.region,
+                             run.mesh.materials, pair));
 }
 
 namespace {
@@ -240,11 +237,9 @@ nlohmann::json RunSlabExample(const Options& options, const Progress& progress) 
   WriteSectionVtk(options.output + "/wall-2d.vtk", wall, pair);
   const std::string study = WriteExampleStudy(options.output, "slab-2d", detail,
                                               SectionSizes().Refined(options.refine), 2, pair);
-  progress.Line("  wrote " + svg +
-                ", slab-2d-flux.svg, wall-2d.svg, wall-2d-flux.svg, slab-2d.vtk, wall-2d.vtk and " +
-                study + " with its mesh; to study it as your own:");
-  std::printf("    %s\n", ShellCommand({options.program, "--study", AbsolutePath(study)}).c_str());
-  std::fflush(stdout);
+  PrintOwnStudyCommand(
+      progress, options.program,
+      svg + ", slab-2d-flux.svg, wall-2d.svg, wall-2d-flux.svg, slab-2d.vtk, wall-2d.vtk", study);
   return json;
 }
 

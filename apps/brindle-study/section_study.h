@@ -64,10 +64,8 @@ SvgPicture SectionFluxPicture(const SectionRun& run, const TemperaturePair& pair
                               const ColourScale& scale, const std::vector<std::string>& title,
                               int isotherms = 9);
 
-// VTK fields of a solved section: temperatures, heat flux density and material (as the given
-// references, by default those of the MEDIT files the tool writes).
-void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair,
-                     const std::vector<int>& references = {});
+// VTK fields of a solved section: temperatures, heat flux density and material.
+void WriteSectionVtk(const std::string& path, const SectionRun& run, const TemperaturePair& pair);
 
 // Runs the built-in 2-D example with its report, pictures and summary entry.
 nlohmann::json RunSlabExample(const Options& options, const Progress& progress);

@@ -54,6 +54,9 @@ std::array<Point, 3> ShapeGradients(const Point& a, const Point& b, const Point&
 std::array<Point, 4> ShapeGradients(const Point& a, const Point& b, const Point& c, const Point& d,
                                     double* volume);
 
+// Gradient of a linear field (one value per vertex) on every triangle.
+std::vector<Point> TriangleGradients(const TriMesh& mesh, const std::vector<double>& field);
+
 }  // namespace brindle::study
 
 #endif

@@ -64,16 +64,10 @@ void ModelVtk(const std::string& path, const StudyOutcome& o, const StudyMesh& m
 
 // Heat-flux density (W/m²) of every triangle: k |grad T|.
 std::vector<double> FluxDensity(const TriMesh& mesh, const std::vector<double>& temperature) {
+  const std::vector<Point> gradients = TriangleGradients(mesh, temperature);
   std::vector<double> density;
-  for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
-    const auto& t = mesh.triangles[f];
-    double area = 0.0;
-    const auto g = ShapeGradients(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]], &area);
-    Point gradient{0, 0, 0};
-    for (int i = 0; i < 3; ++i)
-      gradient = gradient + temperature[t[i]] * g[i];
-    density.push_back(mesh.materials[mesh.region[f]].conductivity * Norm(gradient));
-  }
+  for (std::size_t f = 0; f < mesh.triangles.size(); ++f)
+    density.push_back(mesh.materials[mesh.region[f]].conductivity * Norm(gradients[f]));
   return density;
 }
 
@@ -177,7 +171,7 @@ TetMesh OutcomeTetMesh(const StudyOutcome& o, const std::vector<double>& conduct
   mesh.tetrahedra = o.elements;
   mesh.region = o.material;
   mesh.materials = OutcomeMaterials(o, conductivity);
-  mesh.kind.assign(mesh.points.size(), VertexKind::Free);
+  mesh.kind.assign(mesh.points.size(), VertexKind::kFree);
   mesh.onSurface.assign(mesh.points.size(), 0);
   return mesh;
 }
@@ -189,7 +183,7 @@ TriMesh OutcomeTriMesh(const StudyOutcome& o, const std::vector<double>& conduct
     mesh.triangles.push_back({e[0], e[1], e[2]});
   mesh.region = o.material;
   mesh.materials = OutcomeMaterials(o, conductivity);
-  mesh.kind.assign(mesh.points.size(), VertexKind::Free);
+  mesh.kind.assign(mesh.points.size(), VertexKind::kFree);
   mesh.onSurface.assign(mesh.points.size(), 0);
   return mesh;
 }

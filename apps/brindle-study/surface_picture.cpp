@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <limits>
 #include <map>
 #include <numeric>
@@ -94,15 +93,7 @@ std::string SurfaceSvgText(const SurfaceScene& scene) {
   const double totalWidth = 2 * kMargin + pictureWidth + kLegendWidth;
   const double totalHeight = 2 * kMargin + titleHeight + std::max(pictureHeight, 420.0);
 
-  std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
-                    SvgNumber(totalWidth, 0) + "\" height=\"" + SvgNumber(totalHeight, 0) +
-                    "\" viewBox=\"0 0 " + SvgNumber(totalWidth, 0) + " " +
-                    SvgNumber(totalHeight, 0) + "\" font-family=\"sans-serif\">\n";
-  out += "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
-  for (std::size_t i = 0; i < scene.title.size(); ++i)
-    out += "<text x=\"" + SvgNumber(kMargin) + "\" y=\"" +
-           SvgNumber(kMargin + kTitleLine * (i + 0.8)) + "\" font-size=\"" +
-           (i == 0 ? "15" : "12") + "\">" + XmlEscape(scene.title[i]) + "</text>\n";
+  std::string out = SvgOpening(totalWidth, totalHeight, scene.title);
 
   // Contours at round temperatures of this surface's own range show the shape of a cold or warm
   // spot that the study's colour scale can only hint at.
@@ -237,38 +228,24 @@ std::string SurfaceSvgText(const SurfaceScene& scene) {
   const LabelBox area{kMargin + pictureWidth / 2, top - pad + pictureHeight / 2, pictureWidth,
                       pictureHeight};
   std::vector<LabelBox> occupied;
+  std::vector<std::array<double, 2>> markedAt, markSizes;
   for (const SvgMarker& marker : scene.markers) {
-    const double mx = pxOf(marker.at), my = pyOf(marker.at);
-    out += "<circle cx=\"" + SvgNumber(mx) + "\" cy=\"" + SvgNumber(my) +
-           "\" r=\"7\" fill=\"none\" stroke=\"white\" stroke-width=\"4.5\"/><circle cx=\"" +
-           SvgNumber(mx) + "\" cy=\"" + SvgNumber(my) +
-           "\" r=\"7\" fill=\"none\" stroke=\"black\" stroke-width=\"2\"/>\n";
-    occupied.push_back({mx, my, 18, 18});
+    markedAt.push_back({pxOf(marker.at), pyOf(marker.at)});
+    markSizes.push_back({6.6 * double(GlyphCount(marker.label)) + 12, 20});
   }
-  for (const SvgMarker& marker : scene.markers) {
-    const double mx = pxOf(marker.at), my = pyOf(marker.at);
-    double glyphs = 0;
-    for (unsigned char c : marker.label)
-      glyphs += (c & 0xC0) != 0x80;
-    const double w = 6.6 * glyphs + 12, h = 20;
-    std::vector<std::array<double, 2>> around;
-    for (double r : {40.0, 80.0, 130.0, 200.0})
-      for (int k = 0; k < 16; ++k) {
-        const double angle = 2 * 3.14159265358979 * k / 16;
-        around.push_back({mx + (r + w / 2) * std::cos(angle), my - (r + h / 2) * std::sin(angle)});
-      }
-    const int at =
-        PlaceLabels({around}, {{mx + 60 + w / 2, my - 50}}, {{w, h}}, area, occupied, {{}})[0];
-    if (at < 0) continue;
-    const LabelBox box{around[at][0], around[at][1], w, h};
-    out += "<path stroke=\"black\" stroke-width=\"1.3\" d=\"M" + SvgNumber(mx) + " " +
-           SvgNumber(my) + "L" + SvgNumber(box.x) + " " + SvgNumber(box.y) + "\"/>\n";
+  const MarkerStyle markerStyle{7, 4.5, 18, {40.0, 80.0, 130.0, 200.0}, {60, 50}};
+  const auto markLabels = DrawMarkerRings(out, markedAt, markSizes, markerStyle, area, occupied);
+  for (std::size_t m = 0; m < markLabels.size(); ++m) {
+    if (!markLabels[m]) continue;
+    const LabelBox& box = *markLabels[m];
+    const double w = box.width, h = box.height;
+    out += LeaderSvg(markedAt[m], box, 1.3);
     out += "<rect x=\"" + SvgNumber(box.x - w / 2) + "\" y=\"" + SvgNumber(box.y - h / 2) +
            "\" width=\"" + SvgNumber(w) + "\" height=\"" + SvgNumber(h) +
            "\" rx=\"3\" fill=\"white\" stroke=\"black\" stroke-width=\"0.8\"/><text x=\"" +
            SvgNumber(box.x) + "\" y=\"" + SvgNumber(box.y + 4.5) +
-           "\" font-size=\"12\" text-anchor=\"middle\">" + XmlEscape(marker.label) + "</text>\n";
-    occupied.push_back(box);
+           "\" font-size=\"12\" text-anchor=\"middle\">" + XmlEscape(scene.markers[m].label) +
+           "</text>\n";
   }
 
   const std::vector<int> chosen = PlaceLabels(candidates, targets, sizes, area, occupied, lines);
@@ -299,21 +276,13 @@ std::string SurfaceSvgText(const SurfaceScene& scene) {
 
   const double lx = 2 * kMargin + pictureWidth;
   const double legendBottom = top - pad + SvgLegend(out, scene.scale, lx, top - pad);
-  if (anySymmetry)
-    out += "<path stroke=\"#0050b4\" stroke-width=\"2\" stroke-dasharray=\"12 4 2 4\" d=\"M" +
-           SvgNumber(lx) + " " + SvgNumber(legendBottom + 30) + "h24\"/><text x=\"" +
-           SvgNumber(lx + 30) + "\" y=\"" + SvgNumber(legendBottom + 34) +
-           "\" font-size=\"11\">symmetry plane</text>\n";
+  if (anySymmetry) out += SymmetryLegendSvg(lx, legendBottom + 30);
   out += "</svg>\n";
   return out;
 }
 
 void WriteSurfaceSvg(const std::string& path, const SurfaceScene& scene) {
-  const std::string text = SurfaceSvgText(scene);
-  std::ofstream out(path, std::ios::binary);
-  if (!out) throw std::runtime_error("cannot write " + path);
-  out << text;
-  if (!out) throw std::runtime_error("error while writing " + path);
+  WriteTextFile(path, SurfaceSvgText(scene));
 }
 
 }  // namespace brindle::study

@@ -22,9 +22,9 @@ ON_Mesh BuildColouredMesh(const TriMesh& mesh) {
     const Point& p = mesh.points[v];
     on.SetVertex(static_cast<int>(v), ON_3dPoint(p[0], p[1], p[2]));
     const VertexKind kind = mesh.kind[v];
-    on.m_C.Append(ON_Color(kind == VertexKind::Warm   ? kWarmColour
-                           : kind == VertexKind::Cold ? kColdColour
-                                                      : kFreeColour));
+    on.m_C.Append(ON_Color(kind == VertexKind::kWarm   ? kWarmColour
+                           : kind == VertexKind::kCold ? kColdColour
+                                                       : kFreeColour));
   }
   for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
     const auto& t = mesh.triangles[f];
@@ -114,8 +114,8 @@ SurfaceSolution SolveSurface(const TriMesh& mesh, const std::vector<double>& lev
     solution.isotherms.push_back(std::move(segments));
     solution.levelFlow.push_back(call.flow);
   }
-  solution.warmFlow = BoundaryFlow(mesh, solution.flux, VertexKind::Warm);
-  solution.coldFlow = -BoundaryFlow(mesh, solution.flux, VertexKind::Cold);
+  solution.warmFlow = BoundaryFlow(mesh, solution.flux, VertexKind::kWarm);
+  solution.coldFlow = -BoundaryFlow(mesh, solution.flux, VertexKind::kCold);
   return solution;
 }
 

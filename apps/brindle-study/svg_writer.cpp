@@ -29,10 +29,14 @@ struct View {
 };
 
 double LabelWidth(const std::string& text) {
-  std::size_t glyphs = 0;  // UTF-8 continuation bytes do not start a glyph
-  for (unsigned char c : text)
-    glyphs += (c & 0xC0) != 0x80;
-  return 6.4 * glyphs + 8.0;
+  return 6.4 * GlyphCount(text) + 8.0;
+}
+
+// A length as written in the pictures' markup: as short as it goes (4, 4.5).
+std::string SvgLength(double value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%g", value);
+  return text;
 }
 
 // Does segment (x0,y0)-(x1,y1) meet the box? Liang-Barsky clipping.
@@ -104,6 +108,71 @@ std::string XmlEscape(const std::string& text) {
       out += c;
   }
   return out;
+}
+
+std::size_t GlyphCount(const std::string& text) {
+  std::size_t glyphs = 0;
+  for (unsigned char c : text)
+    glyphs += (c & 0xC0) != 0x80;
+  return glyphs;
+}
+
+std::string SvgOpening(double width, double height, const std::vector<std::string>& title) {
+  std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + SvgNumber(width, 0) +
+                    "\" height=\"" + SvgNumber(height, 0) + "\" viewBox=\"0 0 " +
+                    SvgNumber(width, 0) + " " + SvgNumber(height, 0) +
+                    "\" font-family=\"sans-serif\">\n";
+  out += "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
+  for (std::size_t i = 0; i < title.size(); ++i)
+    out += "<text x=\"" + SvgNumber(kMargin) + "\" y=\"" +
+           SvgNumber(kMargin + kTitleLine * (i + 0.8)) + "\" font-size=\"" +
+           (i == 0 ? "15" : "12") + "\">" + XmlEscape(title[i]) + "</text>\n";
+  return out;
+}
+
+std::string SymmetryLegendSvg(double x, double y) {
+  return "<path stroke=\"#0050b4\" stroke-width=\"2\" stroke-dasharray=\"12 4 2 4\" d=\"M" +
+         SvgNumber(x) + " " + SvgNumber(y) + "h24\"/><text x=\"" + SvgNumber(x + 30) + "\" y=\"" +
+         SvgNumber(y + 4) + "\" font-size=\"11\">symmetry plane</text>\n";
+}
+
+std::vector<std::optional<LabelBox>> DrawMarkerRings(
+    std::string& out, const std::vector<std::array<double, 2>>& at,
+    const std::vector<std::array<double, 2>>& sizes, const MarkerStyle& style, const LabelBox& area,
+    std::vector<LabelBox>& occupied) {
+  const std::string ring = "\" r=\"" + SvgLength(style.radius) + "\" fill=\"none\" stroke=\"";
+  for (const auto& [x, y] : at) {
+    const std::string centre = "<circle cx=\"" + SvgNumber(x) + "\" cy=\"" + SvgNumber(y);
+    out += centre + ring + "white\" stroke-width=\"" + SvgLength(style.halo) + "\"/>" + centre +
+           ring + "black\" stroke-width=\"2\"/>\n";
+    occupied.push_back({x, y, style.clearance, style.clearance});
+  }
+  std::vector<std::optional<LabelBox>> labels;
+  for (std::size_t m = 0; m < at.size(); ++m) {
+    const auto& [x, y] = at[m];
+    const auto& [w, h] = sizes[m];
+    std::vector<std::array<double, 2>> around;
+    for (double r : style.distances)
+      for (int k = 0; k < 16; ++k) {
+        const double angle = 2 * 3.14159265358979 * k / 16;
+        around.push_back({x + (r + w / 2) * std::cos(angle), y - (r + h / 2) * std::sin(angle)});
+      }
+    const std::array<double, 2> target{x + style.preferred[0] + w / 2, y - style.preferred[1]};
+    const int chosen = PlaceLabels({around}, {target}, {{w, h}}, area, occupied, {{}})[0];
+    if (chosen < 0) {
+      labels.emplace_back();
+      continue;
+    }
+    labels.emplace_back(LabelBox{around[chosen][0], around[chosen][1], w, h});
+    occupied.push_back(*labels.back());
+  }
+  return labels;
+}
+
+std::string LeaderSvg(const std::array<double, 2>& from, const LabelBox& label, double width) {
+  return "<path stroke=\"black\" stroke-width=\"" + SvgLength(width) + "\" d=\"M" +
+         SvgNumber(from[0]) + " " + SvgNumber(from[1]) + "L" + SvgNumber(label.x) + " " +
+         SvgNumber(label.y) + "\"/>\n";
 }
 
 bool LabelBox::Overlaps(const LabelBox& o, double gap) const {
@@ -259,15 +328,7 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
   const double totalWidth = 2 * kMargin + pictureWidth + kLegendWidth;
   const double totalHeight = 2 * kMargin + titleHeight + std::max(pictureHeight, 380.0);
 
-  std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
-                    SvgNumber(totalWidth, 0) + "\" height=\"" + SvgNumber(totalHeight, 0) +
-                    "\" viewBox=\"0 0 " + SvgNumber(totalWidth, 0) + " " +
-                    SvgNumber(totalHeight, 0) + "\" font-family=\"sans-serif\">\n";
-  out += "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
-  for (std::size_t i = 0; i < picture.title.size(); ++i)
-    out += "<text x=\"" + SvgNumber(kMargin) + "\" y=\"" +
-           SvgNumber(kMargin + kTitleLine * (i + 0.8)) + "\" font-size=\"" +
-           (i == 0 ? "15" : "12") + "\">" + XmlEscape(picture.title[i]) + "</text>\n";
+  std::string out = SvgOpening(totalWidth, totalHeight, picture.title);
 
   // One path per colour, whole triangles merged into their outline, keeps the file small; a
   // stroke of the fill colour hides the seams.
@@ -321,31 +382,17 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
   }
 
   // Marked points: a ring, and the label beside it where it fits.
+  std::vector<std::array<double, 2>> markedAt, markSizes;
   for (const SvgMarker& marker : picture.markers) {
-    const double px = view.Px(marker.at[0]), py = view.Py(marker.at[1]);
-    out += "<circle cx=\"" + SvgNumber(px) + "\" cy=\"" + SvgNumber(py) +
-           "\" r=\"6\" fill=\"none\" stroke=\"white\" stroke-width=\"4\"/><circle cx=\"" +
-           SvgNumber(px) + "\" cy=\"" + SvgNumber(py) +
-           "\" r=\"6\" fill=\"none\" stroke=\"black\" stroke-width=\"2\"/>\n";
-    occupied.push_back({px, py, 16, 16});
+    markedAt.push_back({view.Px(marker.at[0]), view.Py(marker.at[1])});
+    markSizes.push_back({LabelWidth(marker.label) + 4, kLabelHeight + 4});
   }
-  for (const SvgMarker& marker : picture.markers) {
-    const double px = view.Px(marker.at[0]), py = view.Py(marker.at[1]);
-    const double w = LabelWidth(marker.label) + 4, h = kLabelHeight + 4;
-    std::vector<std::array<double, 2>> around;
-    for (double r : {30.0, 60.0, 100.0, 160.0})
-      for (int k = 0; k < 16; ++k) {
-        const double angle = 2 * 3.14159265358979 * k / 16;
-        around.push_back({px + (r + w / 2) * std::cos(angle), py - (r + h / 2) * std::sin(angle)});
-      }
-    const int at =
-        PlaceLabels({around}, {{px + 40 + w / 2, py - 30}}, {{w, h}}, area, occupied, {{}})[0];
-    if (at < 0) continue;
-    const LabelBox box{around[at][0], around[at][1], w, h};
-    out += "<path stroke=\"black\" stroke-width=\"1.2\" d=\"M" + SvgNumber(px) + " " +
-           SvgNumber(py) + "L" + SvgNumber(box.x) + " " + SvgNumber(box.y) + "\"/>\n";
-    labels += LabelSvg(box, marker.label, "black");
-    occupied.push_back(box);
+  const MarkerStyle markerStyle{6, 4, 16, {30.0, 60.0, 100.0, 160.0}, {40, 30}};
+  const auto markLabels = DrawMarkerRings(out, markedAt, markSizes, markerStyle, area, occupied);
+  for (std::size_t m = 0; m < markLabels.size(); ++m) {
+    if (!markLabels[m]) continue;
+    out += LeaderSvg(markedAt[m], *markLabels[m], 1.2);
+    labels += LabelSvg(*markLabels[m], picture.markers[m].label, "black");
   }
 
   // Isotherm labels sit on their own line; the targets spread them along the diagonal so that
@@ -410,9 +457,7 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
   }
   if (std::any_of(picture.guides.begin(), picture.guides.end(),
                   [](const SvgGuide& g) { return !g.segments.empty(); })) {
-    out += "<path stroke=\"#0050b4\" stroke-width=\"2\" stroke-dasharray=\"12 4 2 4\" d=\"M" +
-           SvgNumber(lx) + " " + SvgNumber(y) + "h24\"/><text x=\"" + SvgNumber(lx + 30) +
-           "\" y=\"" + SvgNumber(y + 4) + "\" font-size=\"11\">symmetry plane</text>\n";
+    out += SymmetryLegendSvg(lx, y);
     y += 18;
   }
   if (std::any_of(picture.hidden.begin(), picture.hidden.end(), [](char h) { return h != 0; }))
@@ -425,7 +470,10 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
 }
 
 void WriteSvg(const std::string& path, const TriMesh& mesh, const SvgPicture& picture) {
-  const std::string text = SvgText(mesh, picture);
+  WriteTextFile(path, SvgText(mesh, picture));
+}
+
+void WriteTextFile(const std::string& path, const std::string& text) {
   std::ofstream out(path, std::ios::binary);
   if (!out) throw std::runtime_error("cannot write " + path);
   out << text;

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,16 @@ struct LabelBox {
   bool Inside(const LabelBox& area) const;
 };
 
+// How marked points are drawn: a black ring over a white one, and the distances from the point
+// to the edge of its label at which the label is tried.
+struct MarkerStyle {
+  double radius;                    // of the rings, px
+  double halo;                      // width of the white ring
+  double clearance;                 // side of the square a ring keeps free of labels
+  std::array<double, 4> distances;  // tried in turn, each in 16 directions
+  std::array<double, 2> preferred;  // the best label centre: right (+ half its width), up
+};
+
 // Picks one candidate centre per label (or -1 when none fits): boxes stay inside `area` and
 // overlap neither one another nor `occupied`; among those, candidates whose box crosses fewer
 // `obstacles` segments and that lie nearer the label's target are preferred.
@@ -68,11 +79,25 @@ std::vector<int> PlaceLabels(const std::vector<std::vector<std::array<double, 2>
                              std::vector<LabelBox> occupied,
                              const std::vector<std::vector<std::array<double, 4>>>& obstacles);
 
+// Appends the rings of marked points (picture coordinates) to `out` and places their labels of
+// the given sizes around them; a label that fits nowhere gets no box. Rings and placed labels
+// join `occupied`.
+std::vector<std::optional<LabelBox>> DrawMarkerRings(
+    std::string& out, const std::vector<std::array<double, 2>>& at,
+    const std::vector<std::array<double, 2>>& sizes, const MarkerStyle& style, const LabelBox& area,
+    std::vector<LabelBox>& occupied);
+
+// A black line from a marked point to its label.
+std::string LeaderSvg(const std::array<double, 2>& from, const LabelBox& label, double width);
+
 // The picture as SVG text, the mesh drawn in its xy plane (y up).
 std::string SvgText(const TriMesh& mesh, const SvgPicture& picture);
 
 // Writes SvgText to a file; throws std::runtime_error when the file cannot be written.
 void WriteSvg(const std::string& path, const TriMesh& mesh, const SvgPicture& picture);
+
+// Writes text to a file as it stands; throws std::runtime_error when it cannot.
+void WriteTextFile(const std::string& path, const std::string& text);
 
 // Edges to outline: boundary edges of the drawn triangles and edges between different materials.
 std::vector<std::array<int, 2>> OutlineEdges(const TriMesh& mesh,
@@ -85,6 +110,13 @@ std::string RegionPath(const TriMesh& mesh, const std::vector<int>& triangles,
 
 // Shared SVG text helpers.
 std::string SvgNumber(double value, int decimals = 1);
+// The start of a picture of the given size in px: the svg element, a white ground and the title
+// lines (the first one larger).
+std::string SvgOpening(double width, double height, const std::vector<std::string>& title);
+// The legend entry of the symmetry planes' dash-dotted line, at (x, y).
+std::string SymmetryLegendSvg(double x, double y);
+// Glyphs of UTF-8 text (continuation bytes do not start one).
+std::size_t GlyphCount(const std::string& text);
 std::string SvgColour(const Rgb& c);
 std::string XmlEscape(const std::string& text);
 // The legend of a colour scale at (x, y): title lines, ramp and round ticks; returns its height.

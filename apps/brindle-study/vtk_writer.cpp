@@ -90,13 +90,27 @@ void Write(const std::string& path, const std::string& title, const std::vector<
   if (!out) throw std::runtime_error("error while writing " + path);
 }
 
+std::vector<int> BuiltInReferences(const std::vector<Material>& materials) {
+  std::vector<int> references;
+  for (std::size_t m = 0; m < materials.size(); ++m)
+    references.push_back(int(m) + 1);
+  return references;
+}
+
+std::vector<std::string> MaterialNames(const std::vector<Material>& materials) {
+  std::vector<std::string> names;
+  for (const Material& m : materials)
+    names.push_back(m.name);
+  return names;
+}
+
 }  // namespace
 
 VtkFields TemperatureFields(const std::vector<double>& factor,
                             const std::vector<Point>& factorGradientFlux,
-                            const std::vector<int>& region, const TemperaturePair& pair,
-                            const std::vector<int>& reference,
-                            const std::vector<std::string>& names) {
+                            const std::vector<int>& region, const std::vector<Material>& materials,
+                            const TemperaturePair& pair) {
+  const std::vector<int> reference = BuiltInReferences(materials);
   VtkFields fields;
   std::vector<double> celsius;
   for (double t : factor)
@@ -111,22 +125,8 @@ VtkFields TemperatureFields(const std::vector<double>& factor,
     material.push_back(r >= 0 && r < int(reference.size()) ? reference[r] : r);
   fields.cellIntegers = {{"material", material}};
   fields.tableIntegers = {{"material_reference", reference}};
-  fields.tableStrings = {{"material_name", names}};
+  fields.tableStrings = {{"material_name", MaterialNames(materials)}};
   return fields;
-}
-
-std::vector<int> BuiltInReferences(const std::vector<Material>& materials) {
-  std::vector<int> references;
-  for (std::size_t m = 0; m < materials.size(); ++m)
-    references.push_back(int(m) + 1);
-  return references;
-}
-
-std::vector<std::string> MaterialNames(const std::vector<Material>& materials) {
-  std::vector<std::string> names;
-  for (const Material& m : materials)
-    names.push_back(m.name);
-  return names;
 }
 
 void WriteVtk(const std::string& path, const std::string& title, const std::vector<Point>& points,

@@ -22,20 +22,15 @@ struct VtkFields {
   std::vector<std::pair<std::string, std::vector<int>>> cellIntegers;
 };
 
-// The fields of a solved study: temperature per vertex in degrees Celsius and as the factor the
-// solvers work in, heat flux per element for the temperature pair (heat flows from warm to cold,
-// against the factor's gradient), and the material of each element as its reference number in
-// the mesh (`reference[region]`), with the materials' names in the data set's table.
+// The fields of a solved model the tool built itself: temperature per vertex in degrees Celsius
+// and as the factor the solvers work in, heat flux per element for the temperature pair (heat
+// flows from warm to cold, against the factor's gradient), and the material of each element as
+// its reference number in the MEDIT files the tool writes (index + 1), with the materials' names
+// in the data set's table.
 VtkFields TemperatureFields(const std::vector<double>& factor,
                             const std::vector<Point>& factorGradientFlux,
-                            const std::vector<int>& region, const TemperaturePair& pair,
-                            const std::vector<int>& reference,
-                            const std::vector<std::string>& names);
-
-// Reference numbers the tool gives the materials of a model it built itself: index + 1, as in
-// the MEDIT files it writes; and the materials' names.
-std::vector<int> BuiltInReferences(const std::vector<Material>& materials);
-std::vector<std::string> MaterialNames(const std::vector<Material>& materials);
+                            const std::vector<int>& region, const std::vector<Material>& materials,
+                            const TemperaturePair& pair);
 
 // Triangles (VTK type 5) of a surface given by its own points.
 void WriteVtk(const std::string& path, const std::string& title, const std::vector<Point>& points,

@@ -76,21 +76,21 @@ void ExpectWallUValue(const StudyMesh& metres, double crossSection) {
   }
 }
 
-TEST(StudyEngine, SectionOfAPlaneWallConductsTheSeriesUValue) {
-  const TriMesh mesh = MeshSection(WallBlocks(false), WallMaterials(), kFine);
-  ExpectWallUValue(BlockStudyMesh(mesh, TagWallFaces), 0.3);
+TEST(StudyEngine, PlaneWallConductsTheSeriesUValueIn2DAnd3D) {
+  const TriMesh section = MeshSection(WallBlocks(false), WallMaterials(), kFine);
+  ExpectWallUValue(BlockStudyMesh(section, TagWallFaces), 0.3);
+  const TetMesh block = MeshBlocks(WallBlocks(true), WallMaterials(), {0.03, 0.1, 1.5});
+  ExpectWallUValue(BlockStudyMesh(block, TagWallFaces), 0.3 * 0.2);
+
+  // psi of the section against its own U value is zero.
+  const Wall wall;
+  json study = WallStudy(wall, "m");
+  study["psi"] = {{"U", {wall.UValue()}}, {"lengths", {0.3}}};
+  const json s =
+      SolveStudy(ParseStudy(study, "wall.json"), BlockStudyMesh(section, TagWallFaces)).summary;
+  EXPECT_NEAR(s["psi"]["value"].get<double>(), 0.0, 1e-9);
+  EXPECT_EQ(s["psi"]["between"], json({"inside", "outside"}));
 }
-
-TEST(StudyEngine, BlockOfAPlaneWallConductsTheSeriesUValue) {
-  const TetMesh mesh = MeshBlocks(WallBlocks(true), WallMaterials(), {0.03, 0.1, 1.5});
-  ExpectWallUValue(BlockStudyMesh(mesh, TagWallFaces), 0.3 * 0.2);
-}
-
-}  // namespace
-}  // namespace brindle::study
-
-namespace brindle::study {
-namespace {
 
 // Concrete block with an insulated top, three environments: inside on x = 0 and y = 0 (meeting
 // at a convex edge), a second room on the top face, outside on x = 0.4.
@@ -139,8 +139,6 @@ TEST(StudyEngine, ThreeEnvironmentsSuperpose) {
   // Room surfaces lie between the outside and the room air.
   EXPECT_GT(e["room"]["surface_temperature_min_C"].get<double>(), -5.0);
   EXPECT_LT(e["room"]["surface_temperature_max_C"].get<double>(), 20.0);
-  EXPECT_EQ(solved.outcome.environmentNames.size(), 3u);
-  EXPECT_EQ(solved.outcome.temperature.size(), solved.outcome.points.size());
 }
 
 // An aluminium profile through insulation, in metres with 0.5 mm elements next to the metal:
@@ -172,12 +170,6 @@ TEST(StudyEngine, FineSectionInMetresKeepsItsHeatBalance) {
   EXPECT_NEAR(in / -out, 1.0, 1e-9);
   EXPECT_NEAR(in, 9.5, 0.3);  // W/m, the known result of this section
 }
-
-}  // namespace
-}  // namespace brindle::study
-
-namespace brindle::study {
-namespace {
 
 // An external wall corner: the layers meet at a concave edge inside and a convex edge outside,
 // and end flush at the adiabatic cut planes. Extruded, it must conduct what the section does.
@@ -220,12 +212,6 @@ TEST(StudyEngine, CornerLayersJoinLikeTheSection) {
               section["environments"]["inside"]["surface_temperature_min_C"].get<double>(), 0.05);
 }
 
-}  // namespace
-}  // namespace brindle::study
-
-namespace brindle::study {
-namespace {
-
 #if defined(BRINDLE_STUDY_HAVE_GMSH)
 // A study of a gmsh geometry by physical names, meshed by the tool, with chi against the plane
 // wall it is: chi = 0.
@@ -245,18 +231,6 @@ TEST(StudyEngine, GeometryStudiedByPhysicalNames) {
   EXPECT_GT(s["mesh"]["elements"].get<int>(), 100);
 }
 #endif
-
-// psi of a plane wall section against its own U value is zero.
-TEST(StudyEngine, PsiOfAPlaneWallIsZero) {
-  const Wall wall;
-  json study = WallStudy(wall, "m");
-  study["psi"] = {{"U", {wall.UValue()}}, {"lengths", {0.3}}};
-  const TriMesh mesh = MeshSection(WallBlocks(false), WallMaterials(), {0.05, 0.1, 1.5});
-  const json s =
-      SolveStudy(ParseStudy(study, "wall.json"), BlockStudyMesh(mesh, TagWallFaces)).summary;
-  EXPECT_NEAR(s["psi"]["value"].get<double>(), 0.0, 1e-9);
-  EXPECT_EQ(s["psi"]["between"], json({"inside", "outside"}));
-}
 
 }  // namespace
 }  // namespace brindle::study

@@ -8,6 +8,7 @@
 #include <map>
 #include <set>
 
+#include "geometry.h"
 #include "mesh_intake.h"
 
 #ifdef BRINDLE_STUDY_HAVE_GMSH
@@ -54,23 +55,13 @@ std::string ErrorOf(Read read) {
 }
 
 double TetVolume(const StudyMesh& m, const std::array<int, 4>& t) {
-  Point d[3];
-  for (int r = 0; r < 3; ++r)
-    for (int c = 0; c < 3; ++c)
-      d[r][c] = m.vertices[t[r + 1]][c] - m.vertices[t[0]][c];
-  return (d[0][0] * (d[1][1] * d[2][2] - d[1][2] * d[2][1]) -
-          d[0][1] * (d[1][0] * d[2][2] - d[1][2] * d[2][0]) +
-          d[0][2] * (d[1][0] * d[2][1] - d[1][1] * d[2][0])) /
-         6;
+  const Point& a = m.vertices[t[0]];
+  return Dot(m.vertices[t[1]] - a, Cross(m.vertices[t[2]] - a, m.vertices[t[3]] - a)) / 6;
 }
 
 double TriangleArea(const StudyMesh& m, const std::array<int, 3>& t) {
-  const Point &a = m.vertices[t[0]], &b = m.vertices[t[1]], &c = m.vertices[t[2]];
-  const double u[3] = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
-  const double v[3] = {c[0] - a[0], c[1] - a[1], c[2] - a[2]};
-  return std::hypot(u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
-                    u[0] * v[1] - u[1] * v[0]) /
-         2;
+  const Point& a = m.vertices[t[0]];
+  return Norm(Cross(m.vertices[t[1]] - a, m.vertices[t[2]] - a)) / 2;
 }
 
 double TotalVolume(const StudyMesh& m, int ref) {

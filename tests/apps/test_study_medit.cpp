@@ -1,8 +1,6 @@
 // MEDIT .mesh reading.
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "medit.h"
 
 namespace brindle::study {
@@ -45,13 +43,6 @@ TEST(StudyMedit, ReadsVerticesElementsAndReferences) {
   ASSERT_EQ(mesh.tetrahedra.size(), 3u);
   EXPECT_EQ(mesh.tetrahedra[1], (std::array<int, 4>{1, 2, 3, 4}));
   EXPECT_EQ(mesh.tetrahedronRef, (std::vector<int>{1, 2, 2}));
-
-  const MeditMesh flat = ParseMedit(
-      "MeshVersionFormatted 1\nDimension 2\nVertices 3\n0 0 1\n1 0 1\n0 1 2\n"
-      "Edges 1\n1 2 5\nTriangles 1\n1 2 3 4\n");
-  EXPECT_EQ(flat.vertices[1], (Point{1, 0, 0}));
-  EXPECT_EQ(flat.edges[0], (std::array<int, 2>{0, 1}));
-  EXPECT_EQ(flat.edgeRef[0], 5);
 }
 
 void ExpectErrorAtLine(const std::string& text, int line, const std::string& words) {
@@ -59,7 +50,7 @@ void ExpectErrorAtLine(const std::string& text, int line, const std::string& wor
     ParseMedit(text, "m.mesh");
     FAIL() << "accepted: " << text;
   } catch (const MeditError& e) {
-    EXPECT_EQ(e.line(), line) << e.what();
+    EXPECT_EQ(e.Line(), line) << e.what();
     EXPECT_NE(std::string(e.what()).find("m.mesh:" + std::to_string(line) + ": "),
               std::string::npos)
         << e.what();
@@ -82,42 +73,6 @@ TEST(StudyMedit, MalformedFilesNameTheLine) {
   ExpectErrorAtLine("", 1, "not a MEDIT mesh");
   ExpectErrorAtLine("MeshVersionFormatted 2\nDimension 3\n", 1, "no vertices");
 }
-
-// Every prefix of a valid file and random byte damage either parses or gives a MeditError:
-// never another exception, a crash or an index outside the vertices.
-TEST(StudyMedit, TruncatedAndGarbledFilesFailCleanly) {
-  const std::string text = kPrism;
-  auto check = [](const std::string& damaged) {
-    try {
-      const MeditMesh mesh = ParseMedit(damaged);
-      for (const auto& t : mesh.tetrahedra)
-        for (int v : t)
-          ASSERT_LT(v, static_cast<int>(mesh.vertices.size()));
-      for (const auto& t : mesh.triangles)
-        for (int v : t)
-          ASSERT_LT(v, static_cast<int>(mesh.vertices.size()));
-    } catch (const MeditError& e) {
-      EXPECT_GE(e.line(), 1);
-    }
-  };
-  for (std::size_t n = 0; n <= text.size(); ++n)
-    check(text.substr(0, n));
-  std::mt19937 random(7);
-  const std::string alphabet("0123456789-+.eE #\n\tx\0", 21);
-  for (int trial = 0; trial < 2000; ++trial) {
-    std::string damaged = text;
-    const int changes = 1 + random() % 4;
-    for (int c = 0; c < changes; ++c)
-      damaged[random() % damaged.size()] = alphabet[random() % alphabet.size()];
-    check(damaged);
-  }
-}
-
-}  // namespace
-}  // namespace brindle::study
-
-namespace brindle::study {
-namespace {
 
 TEST(StudyMedit, StudyMeshTextReadsBackWithItsReferences) {
   StudyMesh mesh;

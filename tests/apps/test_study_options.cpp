@@ -1,20 +1,13 @@
-// Command-line parsing and the JSON summary format of brindle-study.
+// Command-line parsing of brindle-study.
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <filesystem>
 
 #include "options.h"
+#include "terminal.h"
 
 namespace brindle::study {
 namespace {
-
-TEST(StudyOptions, DefaultsRunTheBuiltInExamples) {
-  const Options options = ParseOptions({});
-  EXPECT_EQ(options.output, "study-output");
-  EXPECT_EQ(options.inside, 20.0);
-  EXPECT_EQ(options.outside, -5.0);
-  EXPECT_TRUE(options.run2d && options.run3d && options.mesh.empty());
-}
 
 TEST(StudyOptions, UserStudyCollectsReferences) {
   const Options options = ParseOptions({"--mesh",         "wall.mesh", "--conductivity", "3=0.035",
@@ -51,6 +44,20 @@ TEST(StudyOptions, BadArgumentsAreUsageErrors) {
   };
   for (const auto& args : bad)
     EXPECT_THROW(ParseOptions(args), UsageError) << args[0];
+}
+
+TEST(StudyOptions, VersionSectionAndPaths) {
+  EXPECT_TRUE(ParseOptions({"--version"}).version);
+  EXPECT_STRNE(StudyVersion(), "");
+  const Options options = ParseOptions({"--section", "z=0.125"});
+  EXPECT_TRUE(options.sectionGiven);
+  EXPECT_EQ(options.sectionAxis, 2);
+  EXPECT_EQ(options.sectionOffset, 0.125);
+  for (const char* bad : {"w=1", "x", "x=", "x=abc", "=1"})
+    EXPECT_THROW(ParseOptions({"--section", bad}), UsageError) << bad;
+  EXPECT_EQ(LibraryLogPath(ParseOptions({"--output", "out"})), "out/library.log");
+  EXPECT_EQ(ProgramPath("brindle-study"), "brindle-study");
+  EXPECT_TRUE(std::filesystem::path(ProgramPath("./bin/brindle-study")).is_absolute());
 }
 
 }  // namespace

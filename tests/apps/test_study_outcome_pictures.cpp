@@ -91,14 +91,21 @@ TEST(StudyOutcomePictures, SolvedStudyLeavesPicturesAndTheModelWithItsReferences
   EXPECT_EQ(record["surface_extremes"]["outside"]["kind"], "warmest");
   EXPECT_NEAR(record["surface_extremes"]["room"]["temperature_C"].get<double>(), 18.0, 1e-12);
 
-  std::ifstream in(folder / "study.vtk");
-  std::stringstream text;
-  text << in.rdbuf();
-  for (const std::string& expected :
-       {std::string("material_name 1 1 string\nbrick\n"), std::string("SCALARS reference int 1"),
-        std::string("SCALARS surface_layer int 1"), std::string("LOOKUP_TABLE default\n7\n7\n")})
-    EXPECT_NE(text.str().find(expected), std::string::npos) << expected;
-  in.close();  // Windows removes no file that is still open
+  const auto read = [&](const char* name) {
+    std::ifstream in(folder / name);  // closed again before the folder goes (Windows)
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+  };
+  const std::string model = read("study.vtk");
+  for (const char* expected : {"material_name 1 1 string\nbrick\n", "SCALARS reference int 1",
+                               "SCALARS surface_layer int 1", "LOOKUP_TABLE default\n7\n7\n"})
+    EXPECT_NE(model.find(expected), std::string::npos) << expected;
+  EXPECT_NE(read("study-surfaces.vtk").find("environment_name 1 2 string\nroom\noutside\n"),
+            std::string::npos);
+  const std::string room = read("study-room.svg");
+  EXPECT_NE(room.find(">coldest 18.0 °C, f = 0.920</text>"), std::string::npos);
+  EXPECT_NE(room.find("symmetry plane"), std::string::npos);
   fs::remove_all(folder);
 }
 

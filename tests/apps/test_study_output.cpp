@@ -17,7 +17,6 @@
 #include "study.h"
 #include "study_engine.h"
 #include "svg_writer.h"
-#include "vtk_writer.h"
 
 namespace brindle::study {
 namespace {
@@ -60,28 +59,6 @@ TEST(StudyOutput, OutlineFollowsTheBoundaryAndMaterialInterfaces) {
   EXPECT_NEAR(length, 2 * (1.0 + 0.5) + 0.5, 1e-12);
 }
 
-TEST(StudyOutput, VtkFilesDeclareTheirSizesAndFields) {
-  const TriMesh mesh = TwoMaterialStrip();
-  const fs::path folder = ScratchFolder("brindle-study-vtk");
-  VtkFields fields;
-  fields.pointScalars = {{"temperature_C", std::vector<double>(mesh.points.size(), 1.5)}};
-  fields.cellVectors = {{"heat_flux", std::vector<Point>(mesh.triangles.size(), {1, 2, 3})}};
-  fields.cellIntegers = {{"material", mesh.region}};
-  WriteVtk((folder / "a.vtk").string(), "title", mesh, fields);
-  const std::string text = ReadFile(folder / "a.vtk");
-  const std::size_t n = mesh.points.size(), m = mesh.triangles.size();
-  for (const std::string& expected :
-       {"POINTS " + std::to_string(n) + " double\n",
-        "CELLS " + std::to_string(m) + " " + std::to_string(4 * m) + "\n",
-        "CELL_TYPES " + std::to_string(m) + "\n5\n", "POINT_DATA " + std::to_string(n) + "\n",
-        std::string("SCALARS temperature_C double 1\n"), "CELL_DATA " + std::to_string(m) + "\n",
-        std::string("VECTORS heat_flux double\n1 2 3\n"), std::string("SCALARS material int 1\n")})
-    EXPECT_NE(text.find(expected), std::string::npos) << expected;
-  EXPECT_THROW(WriteVtk((folder / "missing" / "b.vtk").string(), "t", mesh, fields),
-               std::runtime_error);
-  fs::remove_all(folder);
-}
-
 TEST(StudyOutput, SvgGroupsFacesByColourAndLabelsEachIsotherm) {
   const TriMesh mesh = TwoMaterialStrip();
   SvgPicture picture;
@@ -111,40 +88,9 @@ TEST(StudyOutput, SvgGroupsFacesByColourAndLabelsEachIsotherm) {
   fs::remove_all(folder);
 }
 
-// A prism of conductivity 2 W/(m K), 1 m long with a 0.5 m2 cross-section, held at the two
-// ends: 1 W/K flows, which the whole user-study path must report.
-TEST(StudyOutput, UserStudyRunWritesItsSummary) {
-  const fs::path folder = ScratchFolder("brindle-study-run");
-  std::ofstream(folder / "prism.mesh") << "MeshVersionFormatted 2\nDimension 3\nVertices 6\n"
-                                          "0 0 0 0\n0 1 0 0\n0 0 1 0\n1 0 0 0\n1 1 0 0\n1 0 1 0\n"
-                                          "Triangles 2\n1 2 3 10\n4 5 6 20\n"
-                                          "Tetrahedra 3\n1 2 3 4 1\n2 3 4 5 2\n3 4 5 6 2\nEnd\n";
-  Options options = ParseOptions({"--mesh", (folder / "prism.mesh").string(), "--output",
-                                  (folder / "out").string(), "--conductivity", "1=2",
-                                  "--conductivity", "2=2", "--high", "10", "--low", "20"});
-  ASSERT_EQ(RunStudy(options), 0);
-  const auto summary = nlohmann::json::parse(ReadFile(folder / "out" / "summary.json"));
-  const auto& study = summary["study"];
-  EXPECT_EQ(study["dimension"], 3);
-  EXPECT_NEAR(study["coupling_coefficients"]["inside"]["outside"].get<double>(), 1.0, 1e-9);
-  EXPECT_NEAR(study["environments"]["inside"]["heat_flow"].get<double>(), 25.0, 1e-8);
-  EXPECT_NEAR(study["environments"]["outside"]["heat_flow"].get<double>(), -25.0, 1e-8);
-  EXPECT_TRUE(fs::exists(folder / "out" / "study.vtk"));
-
-  // A damaged file fails the run with a message, not a crash.
-  std::ofstream(folder / "bad.mesh") << "MeshVersionFormatted 2\nDimension 3\nVertices 2\n0 0\n";
-  options.mesh = (folder / "bad.mesh").string();
-  EXPECT_EQ(RunStudy(options), 1);
-  fs::remove_all(folder);
-}
-
-}  // namespace
-}  // namespace brindle::study
-
-namespace brindle::study {
-namespace {
-
-TEST(StudyOutput, StudyFileRunsAMeshBesideIt) {
+// A brick wall 0.2 m thick, 0.3 x 0.2 m, in millimetres beside its study file; then the same
+// mesh by --mesh without surface resistances: the whole user-study path reports the series flows.
+TEST(StudyOutput, UserStudiesRunAMeshBesideThem) {
   const fs::path folder = ScratchFolder("brindle-study-file");
   const TetMesh tets = MeshBlocks({{{0.0, 0.0, 0.0}, {200.0, 300.0, 200.0}, 0}},
                                   {{"brick", 0.8, Role::Solid}}, {50.0, 100.0, 1.5});
@@ -158,10 +104,10 @@ TEST(StudyOutput, StudyFileRunsAMeshBesideIt) {
       "inside": {"temperature": 20, "surface_resistance": 0.13, "boundaries": [10]},
       "outside": {"temperature": -5, "surface_resistance": 0.04, "boundaries": ["20"]}},
     "probes": {"middle": [100, 150, 100]}})";
-  const Options options = ParseOptions(
-      {"--study", (folder / "wall.json").string(), "--output", (folder / "out").string()});
-  ASSERT_EQ(RunStudy(options), 0);
-  const auto summary = nlohmann::json::parse(ReadFile(folder / "out" / "summary.json"));
+  const std::string out = (folder / "out").string();
+  ASSERT_EQ(RunStudy(ParseOptions({"--study", (folder / "wall.json").string(), "--output", out})),
+            0);
+  auto summary = nlohmann::json::parse(ReadFile(folder / "out" / "summary.json"));
   const double u = 1.0 / (0.13 + 0.2 / 0.8 + 0.04);
   EXPECT_NEAR(summary["study"]["environments"]["inside"]["heat_flow"].get<double>(),
               u * 0.3 * 0.2 * 25.0, 1e-6);
@@ -170,13 +116,26 @@ TEST(StudyOutput, StudyFileRunsAMeshBesideIt) {
               20.0 - u * 25.0 * (0.13 + 0.1 / 0.8), 1e-6);
   EXPECT_TRUE(fs::exists(folder / "out" / "study.vtk"));
 
+  // The quick study of the mesh in metres: 0.8 W/(m K) over 200 m conducts 0.8 * 300 * 200 / 200.
+  Options options = ParseOptions({"--mesh", (folder / "wall.mesh").string(), "--output", out,
+                                  "--conductivity", "1=0.8", "--high", "10", "--low", "20"});
+  ASSERT_EQ(RunStudy(options), 0);
+  summary = nlohmann::json::parse(ReadFile(folder / "out" / "summary.json"));
+  EXPECT_EQ(summary["study"]["dimension"], 3);
+  EXPECT_NEAR(summary["study"]["coupling_coefficients"]["inside"]["outside"].get<double>(), 240.0,
+              1e-6);
+
+  // A damaged file fails the run with a message, not a crash.
+  std::ofstream(folder / "bad.mesh") << "MeshVersionFormatted 2\nDimension 3\nVertices 2\n0 0\n";
+  options.mesh = (folder / "bad.mesh").string();
+  EXPECT_EQ(RunStudy(options), 1);
+
   // A study that names a reference the mesh does not have fails with the file's references.
   std::ofstream(folder / "bad.json") << R"({"mesh": "wall.mesh", "materials": {"7": 1},
     "environments": {"a": {"temperature": 1, "boundaries": [10]},
                      "b": {"temperature": 0, "boundaries": [20]}}})";
   testing::internal::CaptureStderr();
-  EXPECT_EQ(RunStudy(ParseOptions({"--study", (folder / "bad.json").string(), "--output",
-                                   (folder / "out").string()})),
+  EXPECT_EQ(RunStudy(ParseOptions({"--study", (folder / "bad.json").string(), "--output", out})),
             1);
   const std::string message = testing::internal::GetCapturedStderr();
   EXPECT_NE(message.find("bad.json: materials: 7: unknown material \"7\""), std::string::npos)
@@ -186,12 +145,6 @@ TEST(StudyOutput, StudyFileRunsAMeshBesideIt) {
       << message;
   fs::remove_all(folder);
 }
-
-}  // namespace
-}  // namespace brindle::study
-
-namespace brindle::study {
-namespace {
 
 // A plane wall is exact on any mesh: refining it changes nothing; a corner is not.
 TEST(StudyOutput, ConvergenceCheckReportsTheChanges) {

@@ -258,17 +258,5 @@ TEST(StudyPictures, RegionOutlineCoversItsTrianglesHolesIncluded) {
   EXPECT_TRUE(RegionPath(mesh, {}, xy).empty());
 }
 
-TEST(StudyPictures, PlaceLabelsGivesUpRatherThanOverlapping) {
-  const LabelBox area{50, 50, 100, 100};
-  // Three labels that can only go to the same two spots, one of which is taken already.
-  const std::vector<std::vector<std::array<double, 2>>> candidates(3, {{30, 30}, {70, 70}});
-  const std::vector<std::array<double, 2>> targets(3, {50, 50}), sizes(3, {30, 15});
-  const auto chosen =
-      PlaceLabels(candidates, targets, sizes, area, {{30, 30, 10, 10}}, {{}, {}, {}});
-  EXPECT_EQ(chosen, (std::vector<int>{1, -1, -1}));
-  // A label wider than the picture never goes in.
-  EXPECT_EQ(PlaceLabels({{{50, 50}}}, {{50, 50}}, {{120, 15}}, area, {}, {{}})[0], -1);
-}
-
 }  // namespace
 }  // namespace brindle::study
