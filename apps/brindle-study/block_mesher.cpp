@@ -12,7 +12,7 @@ std::vector<int> ThinAxes(const std::vector<Block>& blocks, const std::vector<Ma
   std::vector<int> thin;
   for (const Block& block : blocks) {
     int axis = -1;
-    if (materials[block.material].role != Role::Solid)
+    if (materials[block.material].role != Role::kSolid)
       for (int a = 0; a < dimensions; ++a)
         if (axis < 0 || block.high[a] - block.low[a] < block.high[axis] - block.low[axis]) axis = a;
     thin.push_back(axis);
@@ -39,10 +39,10 @@ NodeClass ClassifyNode(const std::vector<int>& cells, const std::vector<Block>& 
     if (cells[c] < 0) continue;
     node.used = true;
     const Role role = materials[blocks[cells[c]].material].role;
-    allWarm = allWarm && role == Role::WarmLayer;
-    allCold = allCold && role == Role::ColdLayer;
-    touchesWarm = touchesWarm || role == Role::WarmLayer;
-    touchesSolid = touchesSolid || role == Role::Solid;
+    allWarm = allWarm && role == Role::kWarmLayer;
+    allCold = allCold && role == Role::kColdLayer;
+    touchesWarm = touchesWarm || role == Role::kWarmLayer;
+    touchesSolid = touchesSolid || role == Role::kSolid;
     const int axis = thin[cells[c]];
     if (axis >= 0 && cells[c ^ (std::size_t{1} << axis)] < 0) outerFace = true;
   }

@@ -1,4 +1,4 @@
-#include "colour_scale.h"
+#include "color_scale.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,7 +8,7 @@
 
 namespace brindle::study {
 
-Rgb TemperatureColour(double t) {
+Rgb TemperatureColor(double t) {
   if (!(t >= 0.0)) t = 0.0;  // also NaN
   t = std::min(t, 1.0);
   // Evenly spaced anchors; linear blends between them.
@@ -24,15 +24,15 @@ Rgb TemperatureColour(double t) {
   return c;
 }
 
-Rgb FluxColour(double t) {
+Rgb FluxColor(double t) {
   Rgb c;
   HeatColor(t, &c[0], &c[1], &c[2]);
   return c;
 }
 
-Rgb ColourScale::Colour(double value) const {
+Rgb ColorScale::Color(double value) const {
   const double t = high > low ? (value - low) / (high - low) : 0.5;
-  return mode == ColourMode::kTemperature ? TemperatureColour(t) : FluxColour(t);
+  return mode == ColorMode::kTemperature ? TemperatureColor(t) : FluxColor(t);
 }
 
 double RoundUp(double value) {
@@ -76,7 +76,7 @@ std::vector<double> RoundTicks(double low, double high, int wanted) {
   return ticks;
 }
 
-std::vector<double> ColourScale::Ticks() const {
+std::vector<double> ColorScale::Ticks() const {
   return RoundTicks(low, high);
 }
 
@@ -87,9 +87,9 @@ std::string TickText(double value, double step) {
   return text;
 }
 
-ColourScale TemperatureScale(const std::vector<double>& environmentTemperatures) {
-  ColourScale scale;
-  scale.mode = ColourMode::kTemperature;
+ColorScale TemperatureScale(const std::vector<double>& environmentTemperatures) {
+  ColorScale scale;
+  scale.mode = ColorMode::kTemperature;
   scale.title = {"temperature", "°C"};
   if (environmentTemperatures.empty()) return scale;
   const auto [low, high] =
@@ -114,10 +114,10 @@ double WeightedQuantile(const std::vector<std::pair<double, double>>& sortedValu
 
 }  // namespace
 
-ColourScale FluxScale(const std::vector<double>& magnitudes, const std::vector<double>& areas,
-                      const std::string& unitLine) {
-  ColourScale scale;
-  scale.mode = ColourMode::kFlux;
+ColorScale FluxScale(const std::vector<double>& magnitudes, const std::vector<double>& areas,
+                     const std::string& unitLine) {
+  ColorScale scale;
+  scale.mode = ColorMode::kFlux;
   scale.title = {"heat flux density", unitLine};
   if (magnitudes.empty()) return scale;
   std::vector<std::pair<double, double>> sorted;

@@ -114,8 +114,8 @@ nlohmann::json RunSteelExample(const Options& options, const Progress& progress)
   for (double t : run.solution.temperature)
     outcome.temperature.push_back(pair.Celsius(t));
   outcome.environments = {
-      {"inside", pair.inside, false, SolidFacesTowards(run.mesh, Role::WarmLayer)},
-      {"outside", pair.outside, true, SolidFacesTowards(run.mesh, Role::ColdLayer)}};
+      {"inside", pair.inside, false, SolidFacesTowards(run.mesh, Role::kWarmLayer)},
+      {"outside", pair.outside, true, SolidFacesTowards(run.mesh, Role::kColdLayer)}};
   outcome.symmetry = {{1, 0.0}, {2, 0.0}};  // the bar's axis is the x axis
   const VolumePictureFiles pictures = WriteVolumePictures(options.output, "steel-3d", outcome);
   for (const std::string& file : pictures.files)

@@ -35,10 +35,10 @@ void FillFromOutcome(const StudyOutcome& o, Mesh& mesh) {
   mesh.points = o.points;
   mesh.region = o.material;
   for (std::size_t m = 0; m < o.materialNames.size(); ++m) {
-    Role role = Role::Solid;
+    Role role = Role::kSolid;
     if (o.materialIsLayer[m])
-      role = o.materialNames[m].find("inside") != std::string::npos ? Role::WarmLayer
-                                                                    : Role::ColdLayer;
+      role = o.materialNames[m].find("inside") != std::string::npos ? Role::kWarmLayer
+                                                                    : Role::kColdLayer;
     mesh.materials.push_back({o.materialNames[m], o.materialConductivity[m], role});
   }
   mesh.kind.assign(o.points.size(), VertexKind::kFree);

@@ -12,9 +12,9 @@ Detail SlabSection(bool withSlab) {
   enum { kMasonry, kInsulation, kConcrete };
   Detail detail;
   detail.wall = {{"masonry", 0.24, 0.80}, {"insulation", 0.16, 0.035}};
-  detail.materials = {{"masonry", 0.80, Role::Solid},
-                      {"insulation", 0.035, Role::Solid},
-                      {"concrete", 2.30, Role::Solid}};
+  detail.materials = {{"masonry", 0.80, Role::kSolid},
+                      {"insulation", 0.035, Role::kSolid},
+                      {"concrete", 2.30, Role::kSolid}};
   // x runs from the room (negative) to the outside; the slab lies between y = 0 and 0.2.
   const double bottom = -1.0, top = 1.2, slabTop = 0.2, roomDepth = -1.0;
   const double masonry = 0.24, outer = 0.40;
@@ -32,9 +32,9 @@ Detail SteelBarDetail() {
   enum { kConcrete, kInsulation, kSteel };
   Detail detail;
   detail.wall = {{"concrete", 0.18, 2.30}, {"insulation", 0.20, 0.035}};
-  detail.materials = {{"concrete", 2.30, Role::Solid},
-                      {"insulation", 0.035, Role::Solid},
-                      {"steel", 50.0, Role::Solid}};
+  detail.materials = {{"concrete", 2.30, Role::kSolid},
+                      {"insulation", 0.035, Role::kSolid},
+                      {"steel", 50.0, Role::kSolid}};
   // x through the wall from the room; the bar's axis is the x axis, so y >= 0, z >= 0 is a
   // quarter of the detail with adiabatic symmetry planes.
   const double edge = 0.5, concrete = 0.18, outer = 0.38, bar = 0.02, anchor = 0.08;

@@ -13,7 +13,7 @@ std::vector<char> SurfaceLayerTriangles(const TriMesh& mesh) {
   std::vector<char> hidden(mesh.triangles.size(), 0);
   for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
     const int m = mesh.region[f];
-    hidden[f] = m >= 0 && m < int(mesh.materials.size()) && mesh.materials[m].role != Role::Solid;
+    hidden[f] = m >= 0 && m < int(mesh.materials.size()) && mesh.materials[m].role != Role::kSolid;
   }
   return hidden;
 }
@@ -95,7 +95,7 @@ namespace {
 // Fills in bands half the isotherm step wide, each in the colour of its middle: smooth
 // to the eye, and exact where the isotherms run.
 void AddBands(SvgPicture& picture, const TriMesh& mesh, const std::vector<double>& temperature,
-              const std::vector<double>& levels, const ColourScale& scale) {
+              const std::vector<double>& levels, const ColorScale& scale) {
   const double step =
       (levels.size() > 1 ? levels[1] - levels[0] : (scale.high - scale.low) / 8) / 2;
   for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
@@ -108,11 +108,11 @@ void AddBands(SvgPicture& picture, const TriMesh& mesh, const std::vector<double
     for (double k = first; k <= last; k += 1.0) {
       const double bandLow = k * step, bandHigh = (k + 1) * step;
       if (lo >= bandLow && hi <= bandHigh) {  // the whole triangle lies in one band
-        picture.fills.push_back({scale.Colour(bandLow + step / 2), {}, int(f)});
+        picture.fills.push_back({scale.Color(bandLow + step / 2), {}, int(f)});
         break;
       }
       std::vector<Point> part = ClipToBand(p, v, bandLow, bandHigh);
-      if (!part.empty()) picture.fills.push_back({scale.Colour(bandLow + step / 2), part});
+      if (!part.empty()) picture.fills.push_back({scale.Color(bandLow + step / 2), part});
     }
   }
 }
@@ -129,7 +129,7 @@ void AddIsotherms(SvgPicture& picture, const TriMesh& mesh, const std::vector<do
 }  // namespace
 
 SvgPicture TemperaturePicture(const TriMesh& mesh, const std::vector<double>& temperature,
-                              const ColourScale& scale, int isotherms,
+                              const ColorScale& scale, int isotherms,
                               const std::vector<std::string>& title) {
   SvgPicture picture;
   picture.title = title;
@@ -142,18 +142,18 @@ SvgPicture TemperaturePicture(const TriMesh& mesh, const std::vector<double>& te
 }
 
 SvgPicture FluxPicture(const TriMesh& mesh, const std::vector<double>& fluxDensity,
-                       const std::vector<double>& temperature, const ColourScale& scale,
+                       const std::vector<double>& temperature, const ColorScale& scale,
                        int isotherms, const std::vector<std::string>& title) {
   SvgPicture picture;
   picture.title = title;
   picture.scale = scale;
   picture.hidden = SurfaceLayerTriangles(mesh);
-  picture.isothermColour = "#f4f4f4";
+  picture.isothermColor = "#f4f4f4";
   // 64 steps of colour: the eye tells no more apart, and equal colours merge into one outline.
   const double step = (scale.high - scale.low) / 64;
   for (double q : fluxDensity) {
     const double band = std::clamp(std::floor((q - scale.low) / step), 0.0, 63.0);
-    picture.faceColour.push_back(scale.Colour(scale.low + (band + 0.5) * step));
+    picture.faceColor.push_back(scale.Color(scale.low + (band + 0.5) * step));
   }
   AddIsotherms(picture, mesh, temperature, isotherms);
   return picture;

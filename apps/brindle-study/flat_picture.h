@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "colour_scale.h"
+#include "color_scale.h"
 #include "model.h"
 #include "solve.h"
 #include "svg_writer.h"
@@ -35,12 +35,12 @@ std::vector<double> RoundLevels(const TriMesh& mesh, const std::vector<double>& 
 
 // Triangles coloured by their mean vertex temperature (°C) on `scale`, with labelled isotherms.
 SvgPicture TemperaturePicture(const TriMesh& mesh, const std::vector<double>& temperature,
-                              const ColourScale& scale, int isotherms,
+                              const ColorScale& scale, int isotherms,
                               const std::vector<std::string>& title);
 
 // Triangles coloured by their heat-flux density, with the same isotherms.
 SvgPicture FluxPicture(const TriMesh& mesh, const std::vector<double>& fluxDensity,
-                       const std::vector<double>& temperature, const ColourScale& scale,
+                       const std::vector<double>& temperature, const ColorScale& scale,
                        int isotherms, const std::vector<std::string>& title);
 
 // Boundary edges of the drawn triangles that lie on the line coordinate[axis] = value (axis 0

@@ -12,12 +12,12 @@ using Point = std::array<double, 3>;
 
 // What a material stands for. Surface layers model a surface resistance R as a thin layer of
 // conductivity thickness / R; their outer face carries the fixed air temperature.
-enum class Role { Solid, WarmLayer, ColdLayer };
+enum class Role { kSolid, kWarmLayer, kColdLayer };
 
 struct Material {
   std::string name;
   double conductivity = 1.0;  // W/(m K)
-  Role role = Role::Solid;
+  Role role = Role::kSolid;
 };
 
 // Boundary condition of a vertex: held at the warm or the cold temperature, or unknown.

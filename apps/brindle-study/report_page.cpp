@@ -106,9 +106,9 @@ nlohmann::json MaterialsJson(const std::vector<Material>& materials) {
   nlohmann::json json = nlohmann::json::object();
   for (const Material& m : materials)
     json[m.name] = {{"conductivity_W_per_mK", m.conductivity},
-                    {"role", m.role == Role::Solid       ? "solid"
-                             : m.role == Role::WarmLayer ? "interior surface resistance"
-                                                         : "exterior surface resistance"}};
+                    {"role", m.role == Role::kSolid       ? "solid"
+                             : m.role == Role::kWarmLayer ? "interior surface resistance"
+                                                          : "exterior surface resistance"}};
   return json;
 }
 

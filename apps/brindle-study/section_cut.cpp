@@ -118,7 +118,7 @@ SectionCut ChooseSection(const TetMesh& mesh, const std::vector<double>& values,
     double lo = 1e300, hi = -1e300;
     for (std::size_t f = 0; f < cut.mesh.triangles.size(); ++f) {
       const int m = cut.mesh.region[f];
-      if (m >= 0 && m < int(mesh.materials.size()) && mesh.materials[m].role != Role::Solid)
+      if (m >= 0 && m < int(mesh.materials.size()) && mesh.materials[m].role != Role::kSolid)
         continue;
       for (int v : cut.mesh.triangles[f]) {
         lo = std::min(lo, cut.values[v]);

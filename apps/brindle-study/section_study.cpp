@@ -99,7 +99,7 @@ SvgPicture SectionPicture(const SectionRun& run, const TemperaturePair& pair,
 }
 
 SvgPicture SectionFluxPicture(const SectionRun& run, const TemperaturePair& pair,
-                              const ColourScale& scale, const std::vector<std::string>& title,
+                              const ColorScale& scale, const std::vector<std::string>& title,
                               int isotherms) {
   SvgPicture picture = FluxPicture(run.mesh, SectionFluxDensity(run, pair),
                                    SectionCelsius(run, pair), scale, isotherms, title);
@@ -215,7 +215,7 @@ nlohmann::json RunSlabExample(const Options& options, const Progress& progress) 
   std::vector<double> areas = TriangleAreas(slab.mesh);
   const std::vector<double> wallAreas = TriangleAreas(wall.mesh);
   areas.insert(areas.end(), wallAreas.begin(), wallAreas.end());
-  const ColourScale fluxScale =
+  const ColorScale fluxScale =
       FluxScale(densities, areas, Format("W/m² at ΔT = %.0f K", std::abs(pair.Difference())));
   const std::vector<std::string> slabTitle = {
       "Concrete floor slab through the insulation of a masonry wall",

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include <nlohmann/json.hpp>
-#include "colour_scale.h"
+#include "color_scale.h"
 #include "examples.h"
 #include "grading.h"
 #include "model.h"
@@ -61,7 +61,7 @@ SvgPicture SectionPicture(const SectionRun& run, const TemperaturePair& pair,
 
 // The same section coloured by heat-flux density on a scale shared by the study's pictures.
 SvgPicture SectionFluxPicture(const SectionRun& run, const TemperaturePair& pair,
-                              const ColourScale& scale, const std::vector<std::string>& title,
+                              const ColorScale& scale, const std::vector<std::string>& title,
                               int isotherms = 9);
 
 // VTK fields of a solved section: temperatures, heat flux density and material.

@@ -5,7 +5,7 @@
 #include <limits>
 #include <map>
 
-#include "colour_scale.h"
+#include "color_scale.h"
 #include "flat_picture.h"
 #include "geometry.h"
 #include "report.h"
@@ -23,7 +23,7 @@ std::vector<Material> OutcomeMaterials(const StudyOutcome& o,
   for (std::size_t m = 0; m < o.materialNames.size(); ++m) {
     const bool layer = m < o.materialIsLayer.size() && o.materialIsLayer[m];
     const double k = m < conductivity.size() ? conductivity[m] : 1.0;
-    materials.push_back({o.materialNames[m], k, layer ? Role::WarmLayer : Role::Solid});
+    materials.push_back({o.materialNames[m], k, layer ? Role::kWarmLayer : Role::kSolid});
   }
   return materials;
 }
@@ -78,7 +78,7 @@ nlohmann::json PointJson(const Point& p) {
 nlohmann::json SectionPictures(const StudyOutcome& o, const StudyPictureRequest& r) {
   nlohmann::json record;
   const TriMesh mesh = OutcomeTriMesh(o, r.conductivity);
-  const ColourScale temperatureScale = TemperatureScale(o.environmentTemperature);
+  const ColorScale temperatureScale = TemperatureScale(o.environmentTemperature);
   const std::vector<char> hidden = SurfaceLayerTriangles(mesh);
   std::vector<double> solidFlux, solidArea;
   const std::vector<double> density = FluxDensity(mesh, o.temperature);
@@ -88,7 +88,7 @@ nlohmann::json SectionPictures(const StudyOutcome& o, const StudyPictureRequest&
       solidFlux.push_back(density[f]);
       solidArea.push_back(area[f]);
     }
-  const ColourScale fluxScale = FluxScale(solidFlux, solidArea, "W/m²");
+  const ColorScale fluxScale = FluxScale(solidFlux, solidArea, "W/m²");
   const double lowestAir = LowestAir(o);
   std::vector<SvgMarker> markers;
   for (std::size_t e = 0; e < o.environmentNames.size(); ++e) {

@@ -118,18 +118,18 @@ std::string SurfaceSvgText(const SurfaceScene& scene) {
   // Faces back to front, each cut into bands of temperature painted in the colour of the band's
   // middle. Faces turned away from the viewer are darkened; runs of one colour share a path,
   // which keeps the painting order and the file small.
-  std::string run, runColour;
+  std::string run, runColor;
   auto flush = [&]() {
     if (!run.empty())
-      out += "<path fill=\"" + runColour + "\" stroke=\"" + runColour +
+      out += "<path fill=\"" + runColor + "\" stroke=\"" + runColor +
              "\" stroke-width=\"0.6\" stroke-linejoin=\"round\" d=\"" + run + "\"/>\n";
     run.clear();
   };
   auto paint = [&](const std::vector<Point>& corners, double value, double shade) {
-    const std::string colour = SvgColour(Shade(scene.scale.Colour(value), shade));
-    if (colour != runColour) {
+    const std::string color = SvgColor(Shade(scene.scale.Color(value), shade));
+    if (color != runColor) {
       flush();
-      runColour = colour;
+      runColor = color;
     }
     for (std::size_t i = 0; i < corners.size(); ++i)
       run += (i == 0 ? "M" : "L") + SvgNumber(pxOf(corners[i])) + " " + SvgNumber(pyOf(corners[i]));

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "colour_scale.h"
+#include "color_scale.h"
 #include "model.h"
 #include "section_cut.h"
 #include "svg_writer.h"
@@ -20,7 +20,7 @@ struct SurfaceScene {
   std::vector<Point> points;                  // m
   std::vector<std::array<int, 3>> triangles;  // normals point out of the solid
   std::vector<double> temperature;            // per point, °C
-  ColourScale scale;
+  ColorScale scale;
   std::vector<SvgMarker> markers;  // at model points
   std::vector<AxisPlane> symmetry;
 };

@@ -12,19 +12,19 @@ namespace {
 
 // Vertex colours the surface solver reads as boundary conditions (red 39 -> 0, 255 -> 1, 50 ->
 // unknown), packed red-green-blue-alpha from the low byte.
-constexpr unsigned int kColdColour = 0x96F7A827u;
-constexpr unsigned int kWarmColour = 0x968181FFu;
-constexpr unsigned int kFreeColour = 0x96323232u;
+constexpr unsigned int kColdColor = 0x96F7A827u;
+constexpr unsigned int kWarmColor = 0x968181FFu;
+constexpr unsigned int kFreeColor = 0x96323232u;
 
-ON_Mesh BuildColouredMesh(const TriMesh& mesh) {
+ON_Mesh BuildColoredMesh(const TriMesh& mesh) {
   ON_Mesh on;
   for (std::size_t v = 0; v < mesh.points.size(); ++v) {
     const Point& p = mesh.points[v];
     on.SetVertex(static_cast<int>(v), ON_3dPoint(p[0], p[1], p[2]));
     const VertexKind kind = mesh.kind[v];
-    on.m_C.Append(ON_Color(kind == VertexKind::kWarm   ? kWarmColour
-                           : kind == VertexKind::kCold ? kColdColour
-                                                       : kFreeColour));
+    on.m_C.Append(ON_Color(kind == VertexKind::kWarm   ? kWarmColor
+                           : kind == VertexKind::kCold ? kColdColor
+                                                       : kFreeColor));
   }
   for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
     const auto& t = mesh.triangles[f];
@@ -76,7 +76,7 @@ double ClearOfVertices(double level, const std::vector<double>& temperature) {
 
 SurfaceSolution SolveSurface(const TriMesh& mesh, const std::vector<double>& levels) {
   const std::size_t faces = mesh.triangles.size();
-  ON_Mesh on = BuildColouredMesh(mesh);
+  ON_Mesh on = BuildColoredMesh(mesh);
   SolverHandle solver;
   char error[1024] = "";
   // Method 2 gives every face its own conductivity (method 1 would average it across material

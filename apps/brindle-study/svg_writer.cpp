@@ -86,7 +86,7 @@ std::string SvgNumber(double value, int decimals) {
   return text;
 }
 
-std::string SvgColour(const Rgb& c) {
+std::string SvgColor(const Rgb& c) {
   char text[16];
   std::snprintf(text, sizeof text, "#%02x%02x%02x", std::clamp(c[0], 0, 255),
                 std::clamp(c[1], 0, 255), std::clamp(c[2], 0, 255));
@@ -277,7 +277,7 @@ std::string RegionPath(const TriMesh& mesh, const std::vector<int>& triangles,
   return d;
 }
 
-double SvgLegend(std::string& out, const ColourScale& scale, double lx, double top) {
+double SvgLegend(std::string& out, const ColorScale& scale, double lx, double top) {
   const double barHeight = 240, barWidth = 24;
   for (std::size_t i = 0; i < scale.title.size(); ++i)
     out += "<text x=\"" + SvgNumber(lx) + "\" y=\"" + SvgNumber(top + 14.0 * i + 10) +
@@ -289,7 +289,7 @@ double SvgLegend(std::string& out, const ColourScale& scale, double lx, double t
     const double y = ly + barHeight * (1.0 - double(s + 1) / kSteps);
     out += "<rect x=\"" + SvgNumber(lx) + "\" y=\"" + SvgNumber(y, 2) + "\" width=\"" +
            SvgNumber(barWidth, 0) + "\" height=\"" + SvgNumber(barHeight / kSteps + 0.5, 2) +
-           "\" fill=\"" + SvgColour(scale.Colour(value)) + "\"/>\n";
+           "\" fill=\"" + SvgColor(scale.Color(value)) + "\"/>\n";
   }
   out += "<rect x=\"" + SvgNumber(lx) + "\" y=\"" + SvgNumber(ly) + "\" width=\"" +
          SvgNumber(barWidth, 0) + "\" height=\"" + SvgNumber(barHeight, 0) +
@@ -332,30 +332,30 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
 
   // One path per colour, whole triangles merged into their outline, keeps the file small; a
   // stroke of the fill colour hides the seams.
-  std::map<std::string, std::string> byColour;
-  std::map<std::string, std::vector<int>> wholeByColour;
+  std::map<std::string, std::string> byColor;
+  std::map<std::string, std::vector<int>> wholeByColor;
   for (const SvgPolygon& polygon : picture.fills) {
     if (polygon.triangle >= 0) {
-      wholeByColour[SvgColour(polygon.colour)].push_back(polygon.triangle);
+      wholeByColor[SvgColor(polygon.color)].push_back(polygon.triangle);
       continue;
     }
-    std::string& d = byColour[SvgColour(polygon.colour)];
+    std::string& d = byColor[SvgColor(polygon.color)];
     for (std::size_t i = 0; i < polygon.corners.size(); ++i)
       d += (i == 0 ? "M" : "L") + view.X(polygon.corners[i][0]) + " " +
            view.Y(polygon.corners[i][1]);
     d += "Z";
   }
   for (std::size_t f = 0; f < mesh.triangles.size() && picture.fills.empty(); ++f)
-    if (drawn(f)) wholeByColour[SvgColour(picture.faceColour.at(f))].push_back(int(f));
+    if (drawn(f)) wholeByColor[SvgColor(picture.faceColor.at(f))].push_back(int(f));
   const auto xy = [&](const Point& p) { return view.X(p[0]) + " " + view.Y(p[1]); };
-  for (const auto& [colour, triangles] : wholeByColour)
-    byColour[colour] += RegionPath(mesh, triangles, xy);
-  for (const auto& [colour, d] : byColour)
-    out += "<path fill=\"" + colour + "\" stroke=\"" + colour + "\" stroke-width=\"0.4\" d=\"" + d +
+  for (const auto& [color, triangles] : wholeByColor)
+    byColor[color] += RegionPath(mesh, triangles, xy);
+  for (const auto& [color, d] : byColor)
+    out += "<path fill=\"" + color + "\" stroke=\"" + color + "\" stroke-width=\"0.4\" d=\"" + d +
            "\"/>\n";
 
   for (const SvgIsotherm& iso : picture.isotherms)
-    out += "<path fill=\"none\" stroke=\"" + picture.isothermColour +
+    out += "<path fill=\"none\" stroke=\"" + picture.isothermColor +
            "\" stroke-width=\"0.9\" d=\"" + SegmentPath(view, iso.segments) + "\"/>\n";
 
   std::string outline;
@@ -447,10 +447,10 @@ std::string SvgText(const TriMesh& mesh, const SvgPicture& picture) {
   double y = legendBottom + 30;
   if (!picture.isotherms.empty()) {
     // A light isotherm colour needs a dark ground to show in the legend.
-    if (picture.isothermColour != "#1a1a1a")
+    if (picture.isothermColor != "#1a1a1a")
       out += "<rect x=\"" + SvgNumber(lx - 2) + "\" y=\"" + SvgNumber(y - 4) +
              "\" width=\"28\" height=\"8\" fill=\"#777\"/>";
-    out += "<path stroke=\"" + picture.isothermColour + "\" d=\"M" + SvgNumber(lx) + " " +
+    out += "<path stroke=\"" + picture.isothermColor + "\" d=\"M" + SvgNumber(lx) + " " +
            SvgNumber(y) + "h24\"/><text x=\"" + SvgNumber(lx + 30) + "\" y=\"" + SvgNumber(y + 4) +
            "\" font-size=\"11\">isotherm</text>\n";
     y += 18;

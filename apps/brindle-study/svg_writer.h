@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "colour_scale.h"
+#include "color_scale.h"
 #include "model.h"
 #include "solve.h"
 
@@ -35,21 +35,21 @@ struct SvgGuide {
 
 // A filled polygon, e.g. the part of a triangle between two temperatures.
 struct SvgPolygon {
-  Rgb colour;
+  Rgb color;
   std::vector<Point> corners;
   int triangle = -1;  // the mesh triangle it covers whole, if it does
 };
 
 struct SvgPicture {
   std::vector<std::string> title;  // lines above the picture
-  std::vector<Rgb> faceColour;     // per triangle, unless `fills` are given
+  std::vector<Rgb> faceColor;      // per triangle, unless `fills` are given
   std::vector<SvgPolygon> fills;   // drawn instead of the coloured triangles when not empty
   std::vector<char> hidden;        // per triangle, non-zero: not drawn; empty: all drawn
-  ColourScale scale;
+  ColorScale scale;
   std::vector<SvgIsotherm> isotherms;
   std::vector<SvgMarker> markers;
   std::vector<SvgGuide> guides;
-  std::string isothermColour = "#1a1a1a";        // light on the dark flux colours
+  std::string isothermColor = "#1a1a1a";         // light on the dark flux colours
   std::array<std::string, 2> axes = {"x", "y"};  // names of the picture's horizontal/vertical
 };
 
@@ -117,10 +117,10 @@ std::string SvgOpening(double width, double height, const std::vector<std::strin
 std::string SymmetryLegendSvg(double x, double y);
 // Glyphs of UTF-8 text (continuation bytes do not start one).
 std::size_t GlyphCount(const std::string& text);
-std::string SvgColour(const Rgb& c);
+std::string SvgColor(const Rgb& c);
 std::string XmlEscape(const std::string& text);
 // The legend of a colour scale at (x, y): title lines, ramp and round ticks; returns its height.
-double SvgLegend(std::string& out, const ColourScale& scale, double x, double y);
+double SvgLegend(std::string& out, const ColorScale& scale, double x, double y);
 
 }  // namespace brindle::study
 

@@ -20,9 +20,9 @@ constexpr double kLowTemperature = -13.1;
 constexpr double kHighTemperature = 20.0;
 
 // Vertex colours the surface solver reads as 0, 1 and unknown (red 39, 255, 50).
-constexpr unsigned int kLowColour = 0x96F7A827u;
-constexpr unsigned int kHighColour = 0x968181FFu;
-constexpr unsigned int kFreeColour = 0x96323232u;
+constexpr unsigned int kLowColor = 0x96F7A827u;
+constexpr unsigned int kHighColor = 0x968181FFu;
+constexpr unsigned int kFreeColor = 0x96323232u;
 
 int Corners(const LayeredModel& m) {
   return m.dimension == 2 ? 3 : 4;
@@ -115,9 +115,9 @@ std::vector<double> SolveSurfaceField(const LayeredModel& m, int environment, do
     const Point& p = m.points[v];
     on.SetVertex(static_cast<int>(v), ON_3dPoint(scale * p[0], scale * p[1], scale * p[2]));
     const int holder = m.fixedBy[v];
-    on.m_C.Append(ON_Color(holder == environment ? kHighColour
-                           : holder >= 0         ? kLowColour
-                                                 : kFreeColour));
+    on.m_C.Append(ON_Color(holder == environment ? kHighColor
+                           : holder >= 0         ? kLowColor
+                                                 : kFreeColor));
   }
   for (std::size_t f = 0; f < m.elements.size(); ++f) {
     const auto& t = m.elements[f];

@@ -37,7 +37,7 @@ int Ref(const CaseParts& parts, const std::string& name) {
 std::vector<Material> Materials(const CaseParts& parts) {
   std::vector<Material> materials;
   for (const auto& [name, k] : parts.materials)
-    materials.push_back({name, k, Role::Solid});
+    materials.push_back({name, k, Role::kSolid});
   return materials;
 }
 

@@ -5,7 +5,7 @@
 #include <limits>
 #include <map>
 
-#include "colour_scale.h"
+#include "color_scale.h"
 #include "flat_picture.h"
 #include "geometry.h"
 #include "report.h"
@@ -30,7 +30,7 @@ std::vector<std::array<int, 3>> SolidFacesTowards(const TetMesh& mesh, Role laye
   for (const auto& [key, sides] : faces) {
     if (sides.size() != 2) continue;
     for (int s = 0; s < 2; ++s) {
-      if (role(sides[s].tet) != Role::Solid || role(sides[1 - s].tet) != layer) continue;
+      if (role(sides[s].tet) != Role::kSolid || role(sides[1 - s].tet) != layer) continue;
       std::array<int, 3> face = key;
       const Point& a = mesh.points[face[0]];
       const Point normal = Cross(mesh.points[face[1]] - a, mesh.points[face[2]] - a);
@@ -162,7 +162,7 @@ VolumePictureFiles WriteVolumePictures(const std::string& folder, const std::str
   std::vector<double> airs;
   for (const VolumeEnvironment& env : outcome.environments)
     airs.push_back(env.temperature);
-  const ColourScale scale = TemperatureScale(airs);
+  const ColorScale scale = TemperatureScale(airs);
   const double coldAir = scale.low, warmAir = scale.high;
   // Temperature factor of a surface point against its environment's air and the coldest air.
   auto factorOf = [&](double t, double air) {

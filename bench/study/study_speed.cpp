@@ -39,9 +39,9 @@ StudyMesh WallMesh(double target) {
   const std::vector<Block> blocks{{{0.0, 0.0, 0.0}, {0.18, 1.0, 1.0}, 0},
                                   {{0.18, 0.0, 0.0}, {0.38, 1.0, 1.0}, 1},
                                   {{0.08, 0.45, 0.45}, {0.38, 0.55, 0.55}, 2}};
-  const std::vector<Material> materials{{"concrete", 2.3, Role::Solid},
-                                        {"insulation", 0.035, Role::Solid},
-                                        {"steel", 50, Role::Solid}};
+  const std::vector<Material> materials{{"concrete", 2.3, Role::kSolid},
+                                        {"insulation", 0.035, Role::kSolid},
+                                        {"steel", 50, Role::kSolid}};
   // Six tetrahedra per cell of a uniform grid: cells of size h fill 0.38 m3 with 6 * 0.38 / h^3.
   const double h = std::cbrt(6.0 * 0.38 / target);
   const TetMesh tets = MeshBlocks(blocks, materials, {h, h, 1.01});

@@ -25,7 +25,7 @@ std::vector<Block> WallBlocks(bool threeD) {
 }
 
 std::vector<Material> WallMaterials() {
-  return {{"brick", 0.8, Role::Solid}, {"insulation", 0.04, Role::Solid}};
+  return {{"brick", 0.8, Role::kSolid}, {"insulation", 0.04, Role::kSolid}};
 }
 
 // Inside face x = 0 gets reference 10, outside face x = 0.3 reference 20.
@@ -97,8 +97,8 @@ TEST(StudyEngine, PlaneWallConductsTheSeriesUValueIn2DAnd3D) {
 TEST(StudyEngine, ThreeEnvironmentsSuperpose) {
   const std::vector<Block> blocks{{{0.0, 0.0, 0.0}, {0.4, 0.4, 0.3}, 0},
                                   {{0.0, 0.0, 0.25}, {0.3, 0.4, 0.3}, 1}};
-  const std::vector<Material> materials{{"concrete", 2.3, Role::Solid},
-                                        {"insulation", 0.04, Role::Solid}};
+  const std::vector<Material> materials{{"concrete", 2.3, Role::kSolid},
+                                        {"insulation", 0.04, Role::kSolid}};
   const TetMesh tets = MeshBlocks(blocks, materials, {0.05, 0.1, 1.5});
   const StudyMesh mesh = BlockStudyMesh(tets, [](const Point& c, const Point& n) {
     if ((n[0] < -0.5 && c[0] < 1e-9) || (n[1] < -0.5 && c[1] < 1e-9)) return 1;
@@ -148,10 +148,10 @@ TEST(StudyEngine, FineSectionInMetresKeepsItsHeatBalance) {
       {{0.0, 0.0, 0.0}, {0.5, 0.0475, 0.0}, 0},      {{0.0, 0.0415, 0.0}, {0.5, 0.0475, 0.0}, 1},
       {{0.0, 0.0365, 0.0}, {0.015, 0.0415, 0.0}, 2}, {{0.0, 0.0, 0.0}, {0.5, 0.0015, 0.0}, 3},
       {{0.0, 0.0, 0.0}, {0.0015, 0.0365, 0.0}, 3},   {{0.0, 0.035, 0.0}, {0.015, 0.0365, 0.0}, 3}};
-  const std::vector<Material> materials{{"insulation", 0.029, Role::Solid},
-                                        {"concrete", 1.15, Role::Solid},
-                                        {"wood", 0.12, Role::Solid},
-                                        {"aluminium", 230.0, Role::Solid}};
+  const std::vector<Material> materials{{"insulation", 0.029, Role::kSolid},
+                                        {"concrete", 1.15, Role::kSolid},
+                                        {"wood", 0.12, Role::kSolid},
+                                        {"aluminium", 230.0, Role::kSolid}};
   const TriMesh tris = MeshSection(blocks, materials, {0.0005, 0.01, 1.3});
   const StudyMesh mesh = BlockStudyMesh(tris, [](const Point& c, const Point& n) {
     if (n[1] < -0.5 && c[1] < 1e-9) return 1;
@@ -178,7 +178,7 @@ TEST(StudyEngine, CornerLayersJoinLikeTheSection) {
     return std::vector<Block>{{{0.0, 0.0, 0.0}, {0.8, 0.3, depth}, 0},
                               {{0.0, 0.0, 0.0}, {0.3, 0.8, depth}, 0}};
   };
-  const std::vector<Material> materials{{"masonry", 0.8, Role::Solid}};
+  const std::vector<Material> materials{{"masonry", 0.8, Role::kSolid}};
   // Outside: the faces x = 0 and y = 0; inside: the faces x = 0.3 (y > 0.3) and y = 0.3
   // (x > 0.3), which meet at the concave corner.
   const FaceTagger tag = [](const Point& c, const Point& n) {

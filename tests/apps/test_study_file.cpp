@@ -94,7 +94,7 @@ TEST(StudyFile, RefusesWhatItCannotUseWithFileKeyAndProblem) {
 StudyMesh TwoBlockMesh() {
   const TetMesh tets =
       MeshBlocks({{{0, 0, 0}, {0.2, 0.2, 0.2}, 0}, {{0.2, 0, 0}, {0.4, 0.2, 0.2}, 1}},
-                 {{"a", 1.0, Role::Solid}, {"b", 1.0, Role::Solid}}, {0.1, 0.1, 1.5});
+                 {{"a", 1.0, Role::kSolid}, {"b", 1.0, Role::kSolid}}, {0.1, 0.1, 1.5});
   StudyMesh mesh = BlockStudyMesh(tets, [](const Point& c, const Point& n) {
     return n[0] < -0.5 && c[0] < 1e-9 ? 1 : n[0] > 0.5 ? 2 : 0;
   });

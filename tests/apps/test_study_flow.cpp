@@ -11,8 +11,9 @@ namespace {
 // A strip 0 <= x <= L held at 1 on the left and 0 on the right conducts k / L per metre of
 // its height; the boundary reaction of the exact linear field must give exactly that.
 TEST(StudyFlow, BoundaryFlowOfALinearFieldEqualsTheConductance) {
-  const std::vector<Material> materials{
-      {"warm", 0.5, Role::WarmLayer}, {"solid", 2.0, Role::Solid}, {"cold", 0.5, Role::ColdLayer}};
+  const std::vector<Material> materials{{"warm", 0.5, Role::kWarmLayer},
+                                        {"solid", 2.0, Role::kSolid},
+                                        {"cold", 0.5, Role::kColdLayer}};
   const std::vector<Block> blocks{{{-0.1, 0, 0}, {0, 1.5, 0}, 0},
                                   {{0, 0, 0}, {0.6, 1.5, 0}, 1},
                                   {{0.6, 0, 0}, {0.7, 1.5, 0}, 2}};

@@ -21,7 +21,7 @@ struct CubeCase {
 
 CubeCase Cube() {
   const TetMesh tets =
-      MeshBlocks({{{0, 0, 0}, {1, 1, 1}, 0}}, {{"a", 1.0, Role::Solid}}, {0.25, 0.25, 1.5});
+      MeshBlocks({{{0, 0, 0}, {1, 1, 1}, 0}}, {{"a", 1.0, Role::kSolid}}, {0.25, 0.25, 1.5});
   const StudyMesh mesh = BlockStudyMesh(tets, [](const Point& c, const Point& n) {
     if (Dot(n, {1, 0, 0}) > 0.5 || Dot(n, {0, 1, 0}) > 0.5 || Dot(n, {0, 0, 1}) > 0.5) return 1;
     if (n[0] < -0.5 && c[0] < 1e-9) return 2;

@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 // A 0.3 x 0.2 x 0.1 block with an environment on x = 0 and one on x = 0.3.
 TetMesh Block() {
-  return MeshBlocks({{{0, 0, 0}, {0.3, 0.2, 0.1}, 0}}, {{"brick", 0.8, Role::Solid}},
+  return MeshBlocks({{{0, 0, 0}, {0.3, 0.2, 0.1}, 0}}, {{"brick", 0.8, Role::kSolid}},
                     {0.05, 0.05, 1.5});
 }
 

@@ -32,7 +32,7 @@ std::string ReadFile(const fs::path& path) {
 
 // Two materials side by side in a 1 x 0.5 rectangle.
 TriMesh TwoMaterialStrip() {
-  const std::vector<Material> materials{{"a", 1.0, Role::Solid}, {"b", 2.0, Role::Solid}};
+  const std::vector<Material> materials{{"a", 1.0, Role::kSolid}, {"b", 2.0, Role::kSolid}};
   return MeshSection({{{0, 0, 0}, {0.4, 0.5, 0}, 0}, {{0.4, 0, 0}, {1.0, 0.5, 0}, 1}}, materials,
                      {0.05, 0.1, 1.5});
 }
@@ -59,12 +59,12 @@ TEST(StudyOutput, OutlineFollowsTheBoundaryAndMaterialInterfaces) {
   EXPECT_NEAR(length, 2 * (1.0 + 0.5) + 0.5, 1e-12);
 }
 
-TEST(StudyOutput, SvgGroupsFacesByColourAndLabelsEachIsotherm) {
+TEST(StudyOutput, SvgGroupsFacesByColorAndLabelsEachIsotherm) {
   const TriMesh mesh = TwoMaterialStrip();
   SvgPicture picture;
   picture.title = {"a <title>"};
   for (int region : mesh.region)
-    picture.faceColour.push_back(region ? Rgb{255, 0, 0} : Rgb{0, 0, 255});
+    picture.faceColor.push_back(region ? Rgb{255, 0, 0} : Rgb{0, 0, 255});
   picture.scale = FluxScale({1.0, 2.0}, {}, "W/m²");
   picture.isotherms = {{"1.0 °C", {Segment{Point{0.2, 0, 0}, Point{0.2, 0.5, 0}}}},
                        {"2.0 °C", {Segment{Point{0.7, 0, 0}, Point{0.7, 0.5, 0}}}},
@@ -93,7 +93,7 @@ TEST(StudyOutput, SvgGroupsFacesByColourAndLabelsEachIsotherm) {
 TEST(StudyOutput, UserStudiesRunAMeshBesideThem) {
   const fs::path folder = ScratchFolder("brindle-study-file");
   const TetMesh tets = MeshBlocks({{{0.0, 0.0, 0.0}, {200.0, 300.0, 200.0}, 0}},
-                                  {{"brick", 0.8, Role::Solid}}, {50.0, 100.0, 1.5});
+                                  {{"brick", 0.8, Role::kSolid}}, {50.0, 100.0, 1.5});
   const StudyMesh mesh = BlockStudyMesh(tets, [](const Point& c, const Point& n) {
     return n[0] < -0.5 && c[0] < 1e-9 ? 10 : n[0] > 0.5 ? 20 : 0;
   });
@@ -149,7 +149,7 @@ TEST(StudyOutput, UserStudiesRunAMeshBesideThem) {
 // A plane wall is exact on any mesh: refining it changes nothing; a corner is not.
 TEST(StudyOutput, ConvergenceCheckReportsTheChanges) {
   const TetMesh tets = MeshBlocks({{{0.0, 0.0, 0.0}, {0.3, 0.2, 0.2}, 0}},
-                                  {{"brick", 0.8, Role::Solid}}, {0.1, 0.1, 1.5});
+                                  {{"brick", 0.8, Role::kSolid}}, {0.1, 0.1, 1.5});
   const StudyMesh mesh = BlockStudyMesh(tets, [](const Point& c, const Point& n) {
     if (n[0] < -0.5 && c[0] < 1e-9) return 1;
     if (n[0] > 0.5 || (n[1] < -0.5 && c[1] < 1e-9)) return 2;

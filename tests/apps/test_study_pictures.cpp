@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "block_mesher.h"
-#include "colour_scale.h"
+#include "color_scale.h"
 #include "flat_picture.h"
 #include "geometry.h"
 #include "svg_writer.h"
@@ -46,17 +46,17 @@ TEST(StudyPictures, TicksAreRoundStepsInsideTheRange) {
 }
 
 TEST(StudyPictures, FluxScaleKeepsAUniformFieldMidScaleAndClipsHotSpots) {
-  const ColourScale uniform = FluxScale(std::vector<double>(100, 7.3), {}, "W/m²");
+  const ColorScale uniform = FluxScale(std::vector<double>(100, 7.3), {}, "W/m²");
   EXPECT_EQ(uniform.low, 0.0);
   EXPECT_EQ(uniform.high, 20.0);  // twice the median, rounded up
   EXPECT_FALSE(uniform.clippedHigh);
-  EXPECT_NE(uniform.Colour(7.3), uniform.Colour(uniform.high));
+  EXPECT_NE(uniform.Color(7.3), uniform.Color(uniform.high));
 
   std::vector<double> spotted(1000, 10.0);
   for (int i = 0; i < 100; ++i)
     spotted[i] = 40.0 + i;
   spotted[0] = 5000.0;  // a re-entrant corner
-  const ColourScale clipped = FluxScale(spotted, {}, "W/m²");
+  const ColorScale clipped = FluxScale(spotted, {}, "W/m²");
   EXPECT_EQ(clipped.high, 200.0);  // the 98th percentile (138) rounded up
   EXPECT_TRUE(clipped.clippedHigh);
 
@@ -68,17 +68,17 @@ TEST(StudyPictures, FluxScaleKeepsAUniformFieldMidScaleAndClipsHotSpots) {
   }
   EXPECT_EQ(FluxScale(refined, areas, "W/m²").high, 20.0);
 
-  const ColourScale temperatures = TemperatureScale({20.0, -5.0, 12.0});
+  const ColorScale temperatures = TemperatureScale({20.0, -5.0, 12.0});
   EXPECT_EQ(temperatures.low, -5.0);
   EXPECT_EQ(temperatures.high, 20.0);
-  EXPECT_EQ(temperatures.Colour(-5.0), TemperatureColour(0.0));
-  EXPECT_EQ(temperatures.Colour(30.0), TemperatureColour(1.0));
+  EXPECT_EQ(temperatures.Color(-5.0), TemperatureColor(0.0));
+  EXPECT_EQ(temperatures.Color(30.0), TemperatureColor(1.0));
 }
 
 // A 1 x 0.5 strip of solid with a surface layer on its left, meshed by the section mesher.
 TriMesh StripWithLayer() {
-  const std::vector<Material> materials{{"solid", 1.0, Role::Solid},
-                                        {"film", 0.1, Role::WarmLayer}};
+  const std::vector<Material> materials{{"solid", 1.0, Role::kSolid},
+                                        {"film", 0.1, Role::kWarmLayer}};
   return MeshSection({{{-0.05, 0, 0}, {0, 0.5, 0}, 1}, {{0, 0, 0}, {1.0, 0.5, 0}, 0}}, materials,
                      {0.02, 0.05, 1.3});
 }
@@ -241,7 +241,7 @@ std::vector<double> LoopAreas(const std::string& d) {
 
 TEST(StudyPictures, RegionOutlineCoversItsTrianglesHolesIncluded) {
   // A 4 x 4 block of cells with its middle 2 x 2 left out: one outer loop and one hole.
-  const std::vector<Material> materials{{"a", 1.0, Role::Solid}};
+  const std::vector<Material> materials{{"a", 1.0, Role::kSolid}};
   const TriMesh mesh = MeshSection({{{0, 0, 0}, {4, 4, 0}, 0}}, materials, {1.0, 1.0, 1.0});
   std::vector<int> ring;
   for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {

@@ -15,10 +15,10 @@ namespace {
 // A 0.3 x 0.2 x 0.1 box of two solids (split at x = 0.1) with a warm layer on its x = 0 face
 // and a cold layer on its x = 0.3 face.
 TetMesh LayeredBox() {
-  const std::vector<Material> materials{{"a", 1.0, Role::Solid},
-                                        {"b", 2.0, Role::Solid},
-                                        {"warm film", 0.1, Role::WarmLayer},
-                                        {"cold film", 0.25, Role::ColdLayer}};
+  const std::vector<Material> materials{{"a", 1.0, Role::kSolid},
+                                        {"b", 2.0, Role::kSolid},
+                                        {"warm film", 0.1, Role::kWarmLayer},
+                                        {"cold film", 0.25, Role::kColdLayer}};
   return MeshBlocks({{{-0.01, 0, 0}, {0, 0.2, 0.1}, 2},
                      {{0, 0, 0}, {0.1, 0.2, 0.1}, 0},
                      {{0.1, 0, 0}, {0.3, 0.2, 0.1}, 1},
@@ -92,8 +92,8 @@ TEST(StudyVolumePictures, ChosenSectionCrossesTheSurfaceEvenAtTheModelsEdge) {
 
 TEST(StudyVolumePictures, EnvironmentFacesPointOutOfTheSolidAndFaceTheViewer) {
   const TetMesh mesh = LayeredBox();
-  for (const auto& [role, outward] :
-       {std::pair{Role::WarmLayer, Point{-1, 0, 0}}, std::pair{Role::ColdLayer, Point{1, 0, 0}}}) {
+  for (const auto& [role, outward] : {std::pair{Role::kWarmLayer, Point{-1, 0, 0}},
+                                      std::pair{Role::kColdLayer, Point{1, 0, 0}}}) {
     const auto faces = SolidFacesTowards(mesh, role);
     double area = 0.0;
     for (const auto& f : faces) {
