@@ -73,10 +73,10 @@ class ByteWriter {
 enum MeshFlags : std::uint8_t {
   kRawCoordinates = 1,  // three doubles per vertex, else three signed bytes
   kRawIndices = 2,      // ints as they come, else 16-bit indices
-  kWithColours = 4,     // one colour per vertex
+  kWithColors = 4,     // one colour per vertex
   kSingleOnly = 8,      // single-precision vertices only
   kExtraSingle = 16,    // one more single-precision vertex than double-precision ones
-  kExtraColour = 32,    // one colour too many
+  kExtraColor = 32,    // one colour too many
   kMixedFaces = 64,     // a kind byte per face (odd: quad), else the kind of kAllQuads
   kAllQuads = 128,      // every face a quad (tetrahedron), else triangles
 };
@@ -84,7 +84,7 @@ enum MeshFlags : std::uint8_t {
 constexpr int kMeshSizeLimit = 4096;
 
 // Colour of a vertex from one byte: the three held reds, or any other colour.
-inline ON_Color ColourFromByte(std::uint8_t b) {
+inline ON_Color ColorFromByte(std::uint8_t b) {
   switch (b & 3) {
     case 0:
       return ON_Color(39, 168, 247);
@@ -128,10 +128,10 @@ inline void ReadMesh(ByteReader& in, ON_Mesh& mesh) {
     if (!quad) face.vi[3] = face.vi[2];
     mesh.m_F.Append(face);
   }
-  if (flags & kWithColours) {
+  if (flags & kWithColors) {
     for (int v = 0; v < vertexCount; ++v)
-      mesh.m_C.Append(ColourFromByte(in.Byte()));
-    if (flags & kExtraColour) mesh.m_C.Append(ON_Color(1, 2, 3));
+      mesh.m_C.Append(ColorFromByte(in.Byte()));
+    if (flags & kExtraColor) mesh.m_C.Append(ON_Color(1, 2, 3));
   }
 }
 
@@ -140,7 +140,7 @@ inline void ReadMesh(ByteReader& in, ON_Mesh& mesh) {
 struct SeedMesh {
   std::vector<ON_3dPoint> points;
   std::vector<std::vector<int>> faces;
-  std::vector<std::uint8_t> colours;  // empty: no colours
+  std::vector<std::uint8_t> colors;  // empty: no colours
 };
 
 inline void WriteMesh(ByteWriter& out, const SeedMesh& mesh) {
@@ -153,7 +153,7 @@ inline void WriteMesh(ByteWriter& out, const SeedMesh& mesh) {
   }
   std::uint8_t flags = 0;
   if (!smallCoordinates) flags |= kRawCoordinates;
-  if (!mesh.colours.empty()) flags |= kWithColours;
+  if (!mesh.colors.empty()) flags |= kWithColors;
   if (anyQuad && anyTriangle) flags |= kMixedFaces;
   if (anyQuad && !anyTriangle) flags |= kAllQuads;
   out.Byte(flags);
@@ -172,7 +172,7 @@ inline void WriteMesh(ByteWriter& out, const SeedMesh& mesh) {
     for (int c = 0; c < static_cast<int>(face.size()); ++c)
       out.U16(static_cast<std::uint16_t>(face[c]));
   }
-  for (std::uint8_t c : mesh.colours)
+  for (std::uint8_t c : mesh.colors)
     out.Byte(c);
 }
 

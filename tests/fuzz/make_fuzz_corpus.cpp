@@ -45,7 +45,7 @@ SeedMesh Grid(int nx, int ny, int cell) {
   for (int j = 0; j <= ny; ++j) {
     for (int i = 0; i <= nx; ++i) {
       m.points.emplace_back(i * cell, j * cell, 0);
-      m.colours.push_back(j == 0 ? 0 : j == ny ? 2 : 3);
+      m.colors.push_back(j == 0 ? 0 : j == ny ? 2 : 3);
     }
   }
   for (int j = 0; j < ny; ++j) {
