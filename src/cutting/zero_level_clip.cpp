@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "common/edge_key.h"
 #include "cutting/mesh_archive.h"
 
 namespace brindle {
@@ -52,12 +53,6 @@ ZeroLevelClip::ZeroLevelClip(const ON_Mesh& mesh, const double* vertexValues) {
     values_[i] = static_cast<float>(vertexValues[i]);
   result_.reset(mesh.Duplicate());
   if (!result_) throw std::bad_alloc();
-}
-
-std::uint64_t ZeroLevelClip::EdgeKey(int p, int q) {
-  const auto low = static_cast<std::uint32_t>(p < q ? p : q);
-  const auto high = static_cast<std::uint32_t>(p < q ? q : p);
-  return (static_cast<std::uint64_t>(low) << 32) | high;
 }
 
 int ZeroLevelClip::EdgeVertex(int positive, int negative) {

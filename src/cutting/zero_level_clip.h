@@ -31,9 +31,6 @@ class ZeroLevelClip {
   // Runs the clip; call once. Allocation failures leave as std::bad_alloc.
   std::unique_ptr<ON_Mesh> Run();
 
-  // Key of the edge (p, q): the smaller index in the upper 32 bits, the larger in the lower.
-  static std::uint64_t EdgeKey(int p, int q);
-
  private:
   struct Tetrahedron {
     int v[4];

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "common/edge_key.h"
 #include "surface/stiffness.h"
 
 namespace brindle {
@@ -15,12 +16,6 @@ struct EdgeRecord {
   double conductivity[2] = {0.0, 0.0};
   int conductivityCount = 0;
 };
-
-std::uint64_t EdgeKey(int i, int j) {
-  const auto low = static_cast<std::uint32_t>(i < j ? i : j);
-  const auto high = static_cast<std::uint32_t>(i < j ? j : i);
-  return (static_cast<std::uint64_t>(low) << 32) | high;
-}
 
 // Cotangent that treats a degenerate corner as a right angle (weight 0) instead of failing.
 double TolerantCotangent(const ON_3dPoint& apex, const ON_3dPoint& first,
