@@ -10,12 +10,13 @@
 #include <map>
 #include <vector>
 
-#include "cutting/tetra_mesh_fixtures.h"
-#include "mmg_test_meshes.h"
+#include "compat/mmg_support.h"
+#include "support/tet_meshes.h"
+#include "support/triangle_meshes.h"
 
 namespace {
 
-using namespace brindle::cut_test;
+using namespace brindle::testing;
 using namespace brindle::mmg_test;
 using Level = std::function<double(const ON_3dPoint&)>;
 

@@ -10,12 +10,13 @@
 #include "brindle.h"
 #include "cutting/zero_level_clip.h"
 #include "opennurbs.h"
-#include "tetra_mesh_fixtures.h"
+#include "support/tet_meshes.h"
+#include "support/user_strings.h"
 
 namespace brindle {
 namespace {
 
-using namespace cut_test;
+using namespace testing;
 
 std::unique_ptr<ON_Mesh> Clip(const ON_Mesh& mesh, const std::vector<double>& values) {
   ON_Mesh* result = nullptr;

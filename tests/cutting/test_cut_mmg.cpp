@@ -8,12 +8,14 @@
 #include "brindle.h"
 #include "cutting/signal_guard.h"
 #include "opennurbs.h"
-#include "tetra_mesh_fixtures.h"
+#include "support/tet_meshes.h"
+#include "support/triangle_meshes.h"
+#include "support/user_strings.h"
 
 namespace brindle {
 namespace {
 
-using namespace cut_test;
+using namespace testing;
 
 constexpr double kPlane = 0.37;
 
@@ -66,7 +68,7 @@ double VolumeWithReference(const ON_Mesh& mesh, const std::vector<int>& referenc
 }
 
 double TriangleArea(const ON_Mesh& mesh, int f) {
-  return cut_test::TriangleArea(Corner(mesh, f, 0), Corner(mesh, f, 1), Corner(mesh, f, 2));
+  return testing::TriangleArea(Corner(mesh, f, 0), Corner(mesh, f, 1), Corner(mesh, f, 2));
 }
 
 // Every refusal names its cause, and the result slot is cleared.

@@ -6,12 +6,12 @@
 
 #include "brindle.h"
 #include "opennurbs.h"
-#include "tetra_mesh_fixtures.h"
+#include "support/tet_meshes.h"
 
 namespace brindle {
 namespace {
 
-using namespace cut_test;
+using namespace testing;
 
 TEST(QualityMmg, TetrahedraOnMmgsScale) {
   // The regular tetrahedron, then the corner one once as given and once inverted: MMG
