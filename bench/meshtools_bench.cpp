@@ -2,28 +2,16 @@
 // AspectRatios and DihedralAngles should reach 2e6 tetrahedra per second and
 // ExtractBoundaryMeshWithStats 1e6 per second, on one core. Prints the median of several runs,
 // timed in processor time so that other processes sharing the machine do not count.
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
-#include <functional>
 #include <vector>
 
-#include "../tests/meshtools/tet_mesh_builders.h"
+#include "bench_support.h"
 #include "brindle.h"
 
 namespace {
 
-double MedianSeconds(int runs, const std::function<void()>& work) {
-  std::vector<double> seconds;
-  for (int r = 0; r < runs; ++r) {
-    const std::clock_t start = std::clock();
-    work();
-    seconds.push_back(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-  }
-  std::sort(seconds.begin(), seconds.end());
-  return seconds[seconds.size() / 2];
-}
+using brindle::bench::MedianCpuSeconds;
 
 void Report(const char* name, int tets, double seconds, double target) {
   const double rate = tets / seconds;
@@ -36,28 +24,28 @@ void Report(const char* name, int tets, double seconds, double target) {
 int main(int argc, char** argv) {
   const int n = argc > 1 ? std::atoi(argv[1]) : 55;  // 6 * 55^3 = 998250 tetrahedra
   const int runs = argc > 2 ? std::atoi(argv[2]) : 5;
-  const auto cube = brindle::testing::MakeStructuredCube(n);
-  const int tets = cube->FaceCount();
+  const ON_Mesh cube = brindle::bench::StructuredCube(n);
+  const int tets = cube.FaceCount();
   std::printf("structured cube n=%d: %d tetrahedra, %d vertices, median of %d runs\n", n, tets,
-              cube->VertexCount(), runs);
+              cube.VertexCount(), runs);
 
   std::vector<double> ratios(tets);
   Report("AspectRatios", tets,
-         MedianSeconds(runs, [&] { AspectRatios(cube.get(), ratios.data(), nullptr); }), 2e6);
+         MedianCpuSeconds(runs, [&] { AspectRatios(&cube, ratios.data(), nullptr); }), 2e6);
 
   std::vector<double> angles(6 * static_cast<std::size_t>(tets));
   Report("DihedralAngles", tets,
-         MedianSeconds(runs, [&] { DihedralAngles(cube.get(), angles.data(), nullptr); }), 2e6);
+         MedianCpuSeconds(runs, [&] { DihedralAngles(&cube, angles.data(), nullptr); }), 2e6);
 
   Report("ExtractBoundaryMeshWithStats", tets,
-         MedianSeconds(runs,
-                       [&] {
-                         int boundary = 0;
-                         ON_Mesh* surface = nullptr;
-                         ExtractBoundaryMeshWithStats(cube.get(), &boundary, nullptr, nullptr,
-                                                      &surface, nullptr);
-                         delete surface;
-                       }),
+         MedianCpuSeconds(runs,
+                          [&] {
+                            int boundary = 0;
+                            ON_Mesh* surface = nullptr;
+                            ExtractBoundaryMeshWithStats(&cube, &boundary, nullptr, nullptr,
+                                                         &surface, nullptr);
+                            delete surface;
+                          }),
          1e6);
   return 0;
 }

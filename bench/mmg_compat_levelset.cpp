@@ -3,45 +3,31 @@
 // by a sphere, timed from Set_meshSize to the last getter, as the library's cut calls them.
 // Prints the median of several runs. Target for the bundled subset: >= 3e5 tetrahedra/s at 1e6.
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <utility>
 #include <vector>
 
+#include "bench_support.h"
 #include "mmg/mmg3d/libmmg3d.h"
 
 namespace {
 
+// The bench cube with MMG's 1-based corners.
 struct Cube {
   std::vector<double> xyz;
-  std::vector<MMG5_int> tets;  // 1-based
+  std::vector<MMG5_int> tets;
 };
 
 Cube StructuredCube(int n) {
-  Cube c;
-  const double h = 1.0 / n;
-  auto id = [n](int i, int j, int k) {
-    return static_cast<MMG5_int>((k * (n + 1) + j) * (n + 1) + i + 1);
-  };
-  for (int k = 0; k <= n; ++k)
-    for (int j = 0; j <= n; ++j)
-      for (int i = 0; i <= n; ++i)
-        c.xyz.insert(c.xyz.end(), {i * h, j * h, k * h});
-  const int perms[6][3] = {{0, 1, 2}, {0, 2, 1}, {1, 0, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
-  for (int k = 0; k < n; ++k)
-    for (int j = 0; j < n; ++j)
-      for (int i = 0; i < n; ++i)
-        for (const auto& p : perms) {
-          int g[3] = {i, j, k};
-          c.tets.push_back(id(g[0], g[1], g[2]));
-          for (int s = 0; s < 3; ++s) {
-            ++g[p[s]];
-            c.tets.push_back(id(g[0], g[1], g[2]));
-          }
-        }
-  return c;
+  brindle::bench::CubeArrays arrays = brindle::bench::StructuredCubeArrays(n);
+  Cube cube{std::move(arrays.coordinates), {}};
+  cube.tets.reserve(arrays.tetrahedra.size());
+  for (int v : arrays.tetrahedra)
+    cube.tets.push_back(static_cast<MMG5_int>(v) + 1);
+  return cube;
 }
 
 // One cut as the library performs it; returns the output element count.
@@ -87,16 +73,9 @@ void Run(const char* name, int n, const std::function<double(double, double, dou
   for (std::size_t i = 0; i < cube.xyz.size(); i += 3) {
     values.push_back(f(cube.xyz[i], cube.xyz[i + 1], cube.xyz[i + 2]));
   }
-  std::vector<double> seconds;
   MMG5_int out = 0;
-  for (int r = 0; r < repeats; ++r) {
-    const auto start = std::chrono::steady_clock::now();
-    out = CutOnce(cube, values);
-    seconds.push_back(
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-  }
-  std::sort(seconds.begin(), seconds.end());
-  const double median = seconds[seconds.size() / 2];
+  const double median =
+      brindle::bench::MedianWallSeconds(repeats, [&] { out = CutOnce(cube, values); });
   const double tets = static_cast<double>(cube.tets.size() / 4);
   std::printf("%-7s %8.0f tets -> %8d: median %.3f s, %.3g tets/s\n", name, tets,
               static_cast<int>(out), median, tets / median);

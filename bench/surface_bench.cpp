@@ -6,16 +6,15 @@
 // Usage: surface_bench [triangles ...] [m<method> ...] (default 1e4 1e5 1e6, all methods). Figures
 // go to standard error, as standard output carries method 0's per-face trace; run with >/dev/null.
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <functional>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "bench_support.h"
 #include "brindle.h"
 #include "common/boundary_status.h"
 #include "surface/conduction_system.h"
@@ -26,33 +25,14 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double Median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
 // Median processor time of all threads, in ms. On a busy machine this is a steadier estimate
 // of the single-threaded cost than the wall time.
 double CpuMs(const std::function<void()>& work, int repeats) {
-  std::vector<double> times;
-  for (int r = 0; r < repeats; ++r) {
-    const std::clock_t start = std::clock();
-    work();
-    times.push_back(1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-  }
-  return Median(times);
+  return 1000.0 * brindle::bench::MedianCpuSeconds(repeats, work);
 }
 
 double TimeMs(const std::function<void()>& work, int repeats) {
-  std::vector<double> times;
-  for (int r = 0; r < repeats; ++r) {
-    const auto start = Clock::now();
-    work();
-    times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-  }
-  return Median(times);
+  return 1000.0 * brindle::bench::MedianWallSeconds(repeats, work);
 }
 
 // A rectangle of about `triangles` faces, the lower row at 0 and the upper at 1. Irregular

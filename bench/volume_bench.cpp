@@ -15,12 +15,14 @@
 #include <fstream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #ifdef _OPENMP
 #include <omp.h>
 #endif
 
+#include "bench_support.h"
 #include "volume/block_assembly.h"
 #include "volume/conduction_solver.h"
 #include "volume/element_pass.h"
@@ -43,11 +45,9 @@ double ThreadCpuSeconds() {
   return double(now.tv_sec) + 1e-9 * double(now.tv_nsec);
 }
 
-double Median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
+using brindle::bench::Median;
 
+// The bench cube with its Low face x = 0 and High face x = 1, one material.
 struct BoxMesh {
   std::vector<double> coordinates;
   std::vector<int> tetrahedra, materials, high, low;
@@ -55,31 +55,18 @@ struct BoxMesh {
 };
 
 BoxMesh MakeBox(int cells) {
+  brindle::bench::CubeArrays cube = brindle::bench::StructuredCubeArrays(cells);
   BoxMesh mesh;
-  const int side = cells + 1;
-  auto index = [side](int i, int j, int k) { return i + side * (j + side * k); };
-  for (int k = 0; k < side; ++k)
-    for (int j = 0; j < side; ++j)
-      for (int i = 0; i < side; ++i) {
-        mesh.coordinates.insert(mesh.coordinates.end(),
-                                {double(i) / cells, double(j) / cells, double(k) / cells});
-        if (i == 0) mesh.low.push_back(index(i, j, k));
-        if (i == cells) mesh.high.push_back(index(i, j, k));
-      }
-  // Six tetrahedra around the cell diagonal from corner 0 to corner 7 (bits: x, y, z).
-  static const int kTets[6][4] = {{0, 1, 3, 7}, {0, 1, 5, 7}, {0, 2, 3, 7},
-                                  {0, 2, 6, 7}, {0, 4, 5, 7}, {0, 4, 6, 7}};
-  for (int k = 0; k < cells; ++k)
-    for (int j = 0; j < cells; ++j)
-      for (int i = 0; i < cells; ++i)
-        for (const auto& tet : kTets) {
-          for (int corner : tet)
-            mesh.tetrahedra.push_back(
-                index(i + (corner & 1), j + ((corner >> 1) & 1), k + ((corner >> 2) & 1)));
-          mesh.materials.push_back(0);
-        }
-  mesh.vertexCount = side * side * side;
-  mesh.tetrahedronCount = 6 * cells * cells * cells;
+  mesh.vertexCount = cube.VertexCount();
+  mesh.tetrahedronCount = cube.TetrahedronCount();
+  for (int v = 0; v < mesh.vertexCount; ++v) {
+    const double x = cube.coordinates[3 * static_cast<std::size_t>(v)];
+    if (x == 0.0) mesh.low.push_back(v);
+    if (x == 1.0) mesh.high.push_back(v);
+  }
+  mesh.coordinates = std::move(cube.coordinates);
+  mesh.tetrahedra = std::move(cube.tetrahedra);
+  mesh.materials.assign(static_cast<std::size_t>(mesh.tetrahedronCount), 0);
   return mesh;
 }
 

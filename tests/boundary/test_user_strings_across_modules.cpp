@@ -7,9 +7,10 @@
 #include <vector>
 
 #include "brindle.h"
-#include "cutting/tetra_mesh_fixtures.h"
+#include "support/tet_meshes.h"
+#include "support/user_strings.h"
 
-using namespace brindle::cut_test;
+using namespace brindle::testing;
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 // The public header forward-declares some of these types; both must agree.
 #include "brindle.h"
-#include "mesh_fixtures.h"
+#include "compat/mesh_support.h"
 
 namespace {
 

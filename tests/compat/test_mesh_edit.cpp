@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "mesh_fixtures.h"
+#include "compat/mesh_support.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "mesh_fixtures.h"
+#include "compat/mesh_support.h"
 
 namespace {
 

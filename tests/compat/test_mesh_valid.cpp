@@ -5,7 +5,7 @@
 #include <limits>
 #include <string>
 
-#include "mesh_fixtures.h"
+#include "compat/mesh_support.h"
 
 namespace {
 

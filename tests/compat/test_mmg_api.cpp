@@ -6,7 +6,7 @@
 #include <cmath>
 #include <vector>
 
-#include "mmg_test_meshes.h"
+#include "compat/mmg_support.h"
 
 namespace {
 

@@ -10,12 +10,13 @@
 #include <map>
 #include <vector>
 
-#include "cutting/tetra_mesh_fixtures.h"
-#include "mmg_test_meshes.h"
+#include "compat/mmg_support.h"
+#include "support/tet_meshes.h"
+#include "support/triangle_meshes.h"
 
 namespace {
 
-using namespace brindle::cut_test;
+using namespace brindle::testing;
 using namespace brindle::mmg_test;
 using Level = std::function<double(const ON_3dPoint&)>;
 
@@ -251,11 +252,9 @@ TEST(MmgCompatLevelSet3d, ReferencesAndNumberingOfVertices) {
   EXPECT_EQ(1, Count(cut.triRefs, MG_ISO));
 
   // A vertex used by no element is replaced by the last one.
-  ON_Mesh holed;
-  for (const ON_3dPoint& p : {ON_3dPoint(0, 0, 0), ON_3dPoint(9, 9, 9), ON_3dPoint(1, 0, 0),
-                              ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)})
-    AddVertex(holed, p.x, p.y, p.z);
-  AddTetrahedron(holed, 0, 2, 3, 4);
+  const ON_Mesh holed = TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(9, 9, 9), ON_3dPoint(1, 0, 0),
+                                 ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)},
+                                {{0, 2, 3, 4}});
   const CutVolume filled = CutWithMmg3d(holed, {1, 100, 1, 1, -1});
   ASSERT_EQ(MMG5_SUCCESS, filled.status);
   ASSERT_EQ(7u, filled.points.size());

@@ -6,13 +6,13 @@
 #include "cutting/base64.h"
 #include "cutting/mesh_archive.h"
 #include "opennurbs.h"
-#include "tetra_mesh_fixtures.h"
+#include "support/user_strings.h"
 
 namespace brindle {
 namespace {
 
-using cut_test::HasUserString;
-using cut_test::UserString;
+using testing::HasUserString;
+using testing::UserString;
 
 TEST(ElementReferences, EncodeAsLittleEndianInt32) {
   const int three[] = {3};

@@ -10,12 +10,13 @@
 #include "brindle.h"
 #include "cutting/zero_level_clip.h"
 #include "opennurbs.h"
-#include "tetra_mesh_fixtures.h"
+#include "support/tet_meshes.h"
+#include "support/user_strings.h"
 
 namespace brindle {
 namespace {
 
-using namespace cut_test;
+using namespace testing;
 
 std::unique_ptr<ON_Mesh> Clip(const ON_Mesh& mesh, const std::vector<double>& values) {
   ON_Mesh* result = nullptr;
@@ -101,18 +102,13 @@ TEST(ZeroLevelClip, EveryCaseAndCornerOrderKeepsOrientationAndVolume) {
   const double whole = TotalVolume(base);
   int perm[4] = {0, 1, 2, 3};
   do {
-    ON_Mesh mesh;
-    for (int i = 0; i < 4; ++i) {
-      const ON_3dPoint p = base.Vertex(perm[i]);
-      AddVertex(mesh, p.x, p.y, p.z);
-    }
+    const ON_3dPoint p[4] = {base.Vertex(perm[0]), base.Vertex(perm[1]), base.Vertex(perm[2]),
+                             base.Vertex(perm[3])};
     // Corners in stored order 0..3 but swapped when the permutation flipped the orientation.
-    const bool flipped =
-        SixVolume(mesh.Vertex(0), mesh.Vertex(1), mesh.Vertex(2), mesh.Vertex(3)) < 0;
-    if (flipped)
-      AddTetrahedron(mesh, 1, 0, 2, 3);
-    else
-      AddTetrahedron(mesh, 0, 1, 2, 3);
+    const bool flipped = SixVolume(p[0], p[1], p[2], p[3]) < 0;
+    const ON_Mesh mesh =
+        TetMesh({p[0], p[1], p[2], p[3]},
+                {flipped ? std::array<int, 4>{1, 0, 2, 3} : std::array<int, 4>{0, 1, 2, 3}});
     for (const auto& pattern : patterns) {
       std::vector<double> values(4), negated(4);
       for (int i = 0; i < 4; ++i) {

@@ -8,12 +8,14 @@
 #include "brindle.h"
 #include "cutting/signal_guard.h"
 #include "opennurbs.h"
-#include "tetra_mesh_fixtures.h"
+#include "support/tet_meshes.h"
+#include "support/triangle_meshes.h"
+#include "support/user_strings.h"
 
 namespace brindle {
 namespace {
 
-using namespace cut_test;
+using namespace testing;
 
 constexpr double kPlane = 0.37;
 
@@ -66,7 +68,7 @@ double VolumeWithReference(const ON_Mesh& mesh, const std::vector<int>& referenc
 }
 
 double TriangleArea(const ON_Mesh& mesh, int f) {
-  return cut_test::TriangleArea(Corner(mesh, f, 0), Corner(mesh, f, 1), Corner(mesh, f, 2));
+  return testing::TriangleArea(Corner(mesh, f, 0), Corner(mesh, f, 1), Corner(mesh, f, 2));
 }
 
 // Every refusal names its cause, and the result slot is cleared.
@@ -77,10 +79,9 @@ TEST(CutTetrahedralMesh, RefusalsNameTheFailingStep) {
   // Without double-precision vertices the mesh has no vertices for this entry.
   ON_Mesh floatOnly = CornerTetrahedron();
   floatOnly.m_dV.Destroy();
-  ON_Mesh flat;
-  for (int i = 0; i < 4; ++i)
-    AddVertex(flat, i, i * i, 0);
-  AddTetrahedron(flat, 0, 1, 2, 3);
+  const ON_Mesh flat =
+      TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 1, 0), ON_3dPoint(2, 4, 0), ON_3dPoint(3, 9, 0)},
+              {{0, 1, 2, 3}});
   ON_Mesh badIndex = CornerTetrahedron();
   badIndex.m_F[0].vi[3] = 9;
   // No faces: the volume branch, where MMG cannot scale a mesh without used vertices.
@@ -121,12 +122,9 @@ TEST(CutTetrahedralMesh, RefusalsNameTheFailingStep) {
 // working frame where (15, 20, 0) would be (1, 0, 0). The cut delivers it where the caller has
 // it.
 TEST(CutTetrahedralMesh, LowFailureDeliversTheUncutMeshInTheCallersCoordinates) {
-  ON_Mesh flat;
-  AddVertex(flat, 0, 20, 0);
-  AddVertex(flat, 15, 20, 0);
-  AddVertex(flat, 0, 30, 0);
-  AddVertex(flat, 5, 25, 1e-40);
-  AddTetrahedron(flat, 0, 1, 2, 3);
+  const ON_Mesh flat = TetMesh(
+      {ON_3dPoint(0, 20, 0), ON_3dPoint(15, 20, 0), ON_3dPoint(0, 30, 0), ON_3dPoint(5, 25, 1e-40)},
+      {{0, 1, 2, 3}});
   const double values[4] = {1, 1, 1, -1};
   CutResult cut = Cut(&flat, values, 0);
   EXPECT_EQ(cut.status, 0);

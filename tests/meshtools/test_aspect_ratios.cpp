@@ -5,17 +5,17 @@
 #include <gtest/gtest.h>
 
 #include "brindle.h"
-#include "tet_mesh_builders.h"
+#include "support/tet_meshes.h"
 
 namespace {
 
-using brindle::testing::MakeTetMesh;
+using brindle::testing::TetMesh;
 
 TEST(AspectRatios, TellingValuesInFaceOrder) {
   // Regular tetrahedron, corner tetrahedron, a triangle face and four coplanar corners; the
   // last face lies far out, where only the double-precision vertices keep it apart.
   const ON_3dVector far(3e7, 0, 0);
-  const auto mesh = MakeTetMesh(
+  const ON_Mesh mesh = TetMesh(
       {ON_3dPoint(1, 1, 1), ON_3dPoint(1, -1, -1), ON_3dPoint(-1, 1, -1), ON_3dPoint(-1, -1, 1),
        ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1),
        ON_3dPoint(1, 1, 0), far + ON_3dPoint(0, 0, 0), far + ON_3dPoint(0.5, 0, 0),
@@ -23,7 +23,7 @@ TEST(AspectRatios, TellingValuesInFaceOrder) {
       {{0, 1, 2, 3}, {4, 5, 6, 7}, {4, 5, 6, 6}, {4, 5, 8, 6}, {9, 10, 11, 12}});
   std::vector<double> ratios(5, -1.0);
   char error[1024] = "stale";
-  ASSERT_EQ(AspectRatios(mesh.get(), ratios.data(), error), 0);
+  ASSERT_EQ(AspectRatios(&mesh, ratios.data(), error), 0);
   EXPECT_STREQ(error, "");
   EXPECT_NEAR(ratios[0], 1.2247449, 1e-7);
   EXPECT_NEAR(ratios[1], std::sqrt(6.0), 1e-14);
@@ -37,14 +37,14 @@ TEST(AspectRatios, BadInput) {
   double ratios[2] = {-1.0, -1.0};
   EXPECT_EQ(AspectRatios(nullptr, ratios, error), 1);
   EXPECT_STREQ(error, "Null mesh");
-  const auto faceless = MakeTetMesh({ON_3dPoint(1, 2, 3)}, {});
-  EXPECT_EQ(AspectRatios(faceless.get(), nullptr, error), 0);
+  const auto faceless = TetMesh({ON_3dPoint(1, 2, 3)}, {});
+  EXPECT_EQ(AspectRatios(&faceless, nullptr, error), 0);
   // Corners outside the vertex list read unset points: no crash, every ratio written.
-  const auto broken = MakeTetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0)},
-                                  {{0, 1, 2, 99}, {-5, 0, 1, 2}});
-  EXPECT_EQ(AspectRatios(broken.get(), nullptr, error), 2);
+  const auto broken = TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0)},
+                              {{0, 1, 2, 99}, {-5, 0, 1, 2}});
+  EXPECT_EQ(AspectRatios(&broken, nullptr, error), 2);
   EXPECT_STREQ(error, "Null output array");
-  EXPECT_EQ(AspectRatios(broken.get(), ratios, error), 0);
+  EXPECT_EQ(AspectRatios(&broken, ratios, error), 0);
   EXPECT_NE(ratios[0], -1.0);
   EXPECT_NE(ratios[1], -1.0);
 }

@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "brindle.h"
-#include "meshtools/buffer_limit.h"
-#include "tet_mesh_builders.h"
+#include "support/buffer_limit.h"
+#include "support/tet_meshes.h"
 
 namespace {
 
@@ -17,12 +17,12 @@ using Counts = std::array<int, 3>;  // boundary, interior, over-shared
 
 // Extracts the boundary of the tetrahedra over six distinct points; returns the faces.
 Faces Extract(const std::vector<std::array<int, 4>>& tets, Counts* counts) {
-  const auto mesh =
-      brindle::testing::MakeTetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0),
-                                     ON_3dPoint(0, 0, 1), ON_3dPoint(1, 1, 1), ON_3dPoint(2, 2, 2)},
-                                    tets);
+  const ON_Mesh mesh =
+      brindle::testing::TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0),
+                                 ON_3dPoint(0, 0, 1), ON_3dPoint(1, 1, 1), ON_3dPoint(2, 2, 2)},
+                                tets);
   ON_Mesh* result = nullptr;
-  EXPECT_EQ(ExtractBoundaryMeshWithStats(mesh.get(), &(*counts)[0], &(*counts)[1], &(*counts)[2],
+  EXPECT_EQ(ExtractBoundaryMeshWithStats(&mesh, &(*counts)[0], &(*counts)[1], &(*counts)[2],
                                          &result, nullptr),
             0);
   Faces faces;
@@ -59,15 +59,14 @@ TEST(ExtractBoundaryMeshWithStats, OneTwoAndThreeTetrahedraAroundAFace) {
 
 TEST(ExtractBoundaryMeshWithStats, StructuredCubeHasAClosedCompactedBoundary) {
   const int n = 3;
-  const auto cube = brindle::testing::MakeStructuredCube(n);
+  ON_Mesh cube = brindle::testing::StructuredCube(n);
   // Each colour carries its vertex's input index, to follow the compaction.
-  for (unsigned int i = 0; i < cube->m_V.UnsignedCount(); ++i)
-    cube->m_C.Append(ON_Color(i));
+  for (unsigned int i = 0; i < cube.m_V.UnsignedCount(); ++i)
+    cube.m_C.Append(ON_Color(i));
   Counts counts;
   ON_Mesh* result = nullptr;
-  ASSERT_EQ(ExtractBoundaryMeshWithStats(cube.get(), &counts[0], &counts[1], &counts[2], &result,
-                                         nullptr),
-            0);
+  ASSERT_EQ(
+      ExtractBoundaryMeshWithStats(&cube, &counts[0], &counts[1], &counts[2], &result, nullptr), 0);
   const std::unique_ptr<ON_Mesh> surface(result);
   EXPECT_EQ(counts, (Counts{12 * n * n, (24 * n * n * n - 12 * n * n) / 2, 0}));
   ASSERT_EQ(surface->VertexCount(), 64 - 8);  // the 8 inner grid points are gone
@@ -76,7 +75,7 @@ TEST(ExtractBoundaryMeshWithStats, StructuredCubeHasAClosedCompactedBoundary) {
   for (int i = 0; i < 56; ++i) {  // survivors keep their order
     const unsigned int original = surface->m_C[i];
     EXPECT_TRUE(i == 0 || original > static_cast<unsigned int>(surface->m_C[i - 1]));
-    EXPECT_EQ(surface->m_dV[i], cube->m_dV[static_cast<int>(original)]);
+    EXPECT_EQ(surface->m_dV[i], cube.m_dV[static_cast<int>(original)]);
   }
   std::map<std::pair<int, int>, int> edgeUses;
   for (int f = 0; f < surface->FaceCount(); ++f) {
@@ -97,10 +96,10 @@ TEST(ExtractBoundaryMeshWithStats, BadPointers) {
   EXPECT_EQ(result, nullptr);
   const ON_Mesh faceless;
   EXPECT_EQ(ExtractBoundaryMeshWithStats(&faceless, &count, &count, &count, &result, error), 1);
-  const auto tet = brindle::testing::MakeTetMesh({}, {{0, 1, 2, 3}});
-  ASSERT_EQ(ExtractBoundaryMeshWithStats(tet.get(), nullptr, nullptr, nullptr, &result, error), 0);
+  const ON_Mesh tet = brindle::testing::TetMesh({}, {{0, 1, 2, 3}});
+  ASSERT_EQ(ExtractBoundaryMeshWithStats(&tet, nullptr, nullptr, nullptr, &result, error), 0);
   delete result;
-  EXPECT_EQ(ExtractBoundaryMeshWithStats(tet.get(), &count, nullptr, nullptr, nullptr, error), 2);
+  EXPECT_EQ(ExtractBoundaryMeshWithStats(&tet, &count, nullptr, nullptr, nullptr, error), 2);
   EXPECT_STREQ(error, "Null result pointer");
   EXPECT_EQ(count, -7);
 }
@@ -109,19 +108,18 @@ TEST(ExtractBoundaryMeshWithStats, BadPointers) {
 // or reserving the six boundary triangles of two tetrahedra (96 bytes, while the 60 bytes of
 // single-precision vertices fit under 80), never as a write through a null buffer or a leak.
 TEST(ExtractBoundaryMeshWithStats, ArraysThatCannotGrowLeaveAsBadAlloc) {
-  if (!meshtools_test::BufferLimit::Available()) GTEST_SKIP() << meshtools_test::kNoBufferLimit;
-  const auto pair =
-      brindle::testing::MakeTetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0),
-                                     ON_3dPoint(0, 0, 1), ON_3dPoint(1, 1, 1)},
-                                    {{0, 1, 2, 3}, {1, 2, 3, 4}});
-  pair->DestroyDoublePrecisionVertices();
+  if (!brindle::testing::BufferLimit::Available()) GTEST_SKIP() << brindle::testing::kNoBufferLimit;
+  auto pair =
+      brindle::testing::TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0),
+                                 ON_3dPoint(0, 0, 1), ON_3dPoint(1, 1, 1)},
+                                {{0, 1, 2, 3}, {1, 2, 3, 4}});
+  pair.DestroyDoublePrecisionVertices();
   for (std::size_t limit : {std::size_t{0}, std::size_t{80}}) {
     SCOPED_TRACE(limit);
     ON_Mesh* result = nullptr;
-    meshtools_test::BufferLimit cap(limit);
-    EXPECT_THROW(
-        ExtractBoundaryMeshWithStats(pair.get(), nullptr, nullptr, nullptr, &result, nullptr),
-        std::bad_alloc);
+    brindle::testing::BufferLimit cap(limit);
+    EXPECT_THROW(ExtractBoundaryMeshWithStats(&pair, nullptr, nullptr, nullptr, &result, nullptr),
+                 std::bad_alloc);
     EXPECT_EQ(result, nullptr);
   }
 }

@@ -8,20 +8,20 @@
 
 #include "brindle.h"
 #include "meshtools/dihedral_angles.h"
-#include "tet_mesh_builders.h"
+#include "support/tet_meshes.h"
 
 namespace {
 
 constexpr double kPi = 3.141592653589793;
 
 TEST(DihedralAngles, TellingValuesInEdgeOrder) {
-  const auto mesh = brindle::testing::MakeTetMesh(
+  const ON_Mesh mesh = brindle::testing::TetMesh(
       {ON_3dPoint(1, 1, 1), ON_3dPoint(1, -1, -1), ON_3dPoint(-1, 1, -1), ON_3dPoint(-1, -1, 1),
        ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)},
       {{0, 1, 2, 3}, {4, 5, 6, 7}, {4, 5, 6, 6}});
   std::vector<double> angles(18, -1.0);
   char error[1024] = "stale";
-  ASSERT_EQ(DihedralAngles(mesh.get(), angles.data(), error), 0);
+  ASSERT_EQ(DihedralAngles(&mesh, angles.data(), error), 0);
   EXPECT_STREQ(error, "");
   // Regular (acos 1/3), corner (right angles at corner 0), and a triangle face, which keeps
   // normals only on the two copies of its plane through edge (0,1).
@@ -30,7 +30,7 @@ TEST(DihedralAngles, TellingValuesInEdgeOrder) {
   for (int j = 0; j < 18; ++j)
     EXPECT_NEAR(angles[j], expected[j], 1e-7) << j;
   EXPECT_EQ(angles[13], 0.0);
-  EXPECT_EQ(DihedralAngles(mesh.get(), nullptr, error), 2);
+  EXPECT_EQ(DihedralAngles(&mesh, nullptr, error), 2);
   EXPECT_STREQ(error, "Null output array");
 }
 
@@ -80,14 +80,14 @@ TEST(DihedralAngles, TwelveNormalsAndIndependentOfCornerOrder) {
     tets.push_back({first, first + 1, first + 2, first + 3});
     tets.push_back({first + perm[0], first + perm[1], first + perm[2], first + perm[3]});
   }
-  const auto mesh = brindle::testing::MakeTetMesh(points, tets);
+  const ON_Mesh mesh = brindle::testing::TetMesh(points, tets);
   std::vector<double> angles(6 * tets.size());
-  ASSERT_EQ(DihedralAngles(mesh.get(), angles.data(), nullptr), 0);
+  ASSERT_EQ(DihedralAngles(&mesh, angles.data(), nullptr), 0);
 
   const int edge[6][2] = {{0, 1}, {0, 2}, {0, 3}, {1, 2}, {1, 3}, {2, 3}};
   for (int trial = 0; trial < trials; ++trial) {
-    const ON_3dPoint p[4] = {mesh->Vertex(4 * trial), mesh->Vertex(4 * trial + 1),
-                             mesh->Vertex(4 * trial + 2), mesh->Vertex(4 * trial + 3)};
+    const ON_3dPoint p[4] = {mesh.Vertex(4 * trial), mesh.Vertex(4 * trial + 1),
+                             mesh.Vertex(4 * trial + 2), mesh.Vertex(4 * trial + 3)};
     double reference[6];
     ReferenceAngles(p, reference);
     const double* shared = &angles[12 * static_cast<std::size_t>(trial)];

@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "brindle.h"
-#include "meshtools/buffer_limit.h"
 #include "opennurbs.h"
+#include "support/buffer_limit.h"
 
 namespace {
 
@@ -90,14 +90,14 @@ TEST(MakeRectMesh, GoesStraightIntoTheSurfaceSolver) {
 // null buffer of a failed reservation; the limit sits between the sizes of the mesh's arrays,
 // so some reservations succeed and later ones fail.
 TEST(MakeRectMesh, ArraysThatCannotBeReservedGiveOutOfMemory) {
-  if (!meshtools_test::BufferLimit::Available()) GTEST_SKIP() << meshtools_test::kNoBufferLimit;
+  if (!brindle::testing::BufferLimit::Available()) GTEST_SKIP() << brindle::testing::kNoBufferLimit;
   for (std::size_t limit : {std::size_t{0}, std::size_t{31000}}) {
     SCOPED_TRACE(limit);
     ON_Mesh* result = reinterpret_cast<ON_Mesh*>(0x1);
     char error[1024] = "stale";
     int status;
     {
-      meshtools_test::BufferLimit cap(limit);
+      brindle::testing::BufferLimit cap(limit);
       status = MakeRectMesh(&ON_Plane::World_xy, 2.0, 1.0, 40, 30, &result, error);
     }
     EXPECT_EQ(status, 4);

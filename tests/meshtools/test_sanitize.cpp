@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "brindle.h"
-#include "meshtools/buffer_limit.h"
 #include "opennurbs.h"
+#include "support/buffer_limit.h"
 
 namespace {
 
@@ -61,7 +61,7 @@ TEST(TrySanitize, CopiesConsistentMeshesAndRefusesOthersUntouched) {
 }
 
 TEST(TrySanitize, CopyThatCannotGetItsMemoryIsOutOfMemory) {
-  if (!meshtools_test::BufferLimit::Available()) GTEST_SKIP() << meshtools_test::kNoBufferLimit;
+  if (!brindle::testing::BufferLimit::Available()) GTEST_SKIP() << brindle::testing::kNoBufferLimit;
   ON_Mesh mesh;
   for (int i = 0; i < 4; ++i)
     mesh.SetVertex(i, ON_3dPoint(i % 3 ? 1.0 : 0.0, i / 2, 0));
@@ -71,7 +71,7 @@ TEST(TrySanitize, CopyThatCannotGetItsMemoryIsOutOfMemory) {
   char error[1024] = "stale";
   int status;
   {
-    meshtools_test::BufferLimit cap(0);
+    brindle::testing::BufferLimit cap(0);
     status = TrySanitize(&mesh, &code, &result, error);
   }
   EXPECT_EQ(status, 5);

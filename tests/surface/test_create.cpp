@@ -6,7 +6,7 @@
 
 #include "surface/surface_model.h"
 #include "surface/surface_solver.h"
-#include "surface_test_support.h"
+#include "surface/surface_support.h"
 
 namespace brindle {
 namespace testing {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "surface/stiffness.h"
-#include "surface_test_support.h"
+#include "surface/surface_support.h"
 
 namespace brindle {
 namespace testing {

@@ -4,9 +4,9 @@
 
 #include <stdexcept>
 
-#include "meshtools/buffer_limit.h"
+#include "support/buffer_limit.h"
 #include "surface/surface_solver.h"
-#include "surface_test_support.h"
+#include "surface/surface_support.h"
 
 namespace brindle {
 namespace testing {
@@ -171,12 +171,12 @@ TEST(SldmSolve, AbsoluteResidualLimitEscapesAsRuntimeError) {
 // Arrays that cannot be reserved end in the out-of-memory statuses: creation hands back no
 // handle, and a solve leaves the caller's flux mesh and isotherm list as they were.
 TEST(SldmOutOfMemory, ReservationsThatFailGiveStatuses) {
-  if (!meshtools_test::BufferLimit::Available()) GTEST_SKIP() << meshtools_test::kNoBufferLimit;
+  if (!brindle::testing::BufferLimit::Available()) GTEST_SKIP() << brindle::testing::kNoBufferLimit;
   const ON_Mesh mesh = RectangleMesh(1, 1, 3, 3);
   char error[1024];
   void* handle = &handle;
   {
-    meshtools_test::BufferLimit cap(0);
+    brindle::testing::BufferLimit cap(0);
     EXPECT_EQ(sldmMalloc(&mesh, nullptr, 2, &handle, error), 44);
   }
   EXPECT_STREQ(error, "Out of memory");
@@ -192,7 +192,7 @@ TEST(SldmOutOfMemory, ReservationsThatFailGiveStatuses) {
     ON_Mesh fluxMesh;
     int status;
     {
-      meshtools_test::BufferLimit cap(0);
+      brindle::testing::BufferLimit cap(0);
       status = sldmsolve(solver.get(), t.data(), mesh.VertexCount(), levels, 2, &isotherms,
                          withFlux ? flux.data() : nullptr, 3 * mesh.FaceCount(), flow.data(),
                          &fluxMesh, error);

@@ -10,8 +10,8 @@
 #include "volume/conduction_solver.h"
 #include "volume/solve_threads.h"
 #include "volume/solver_order.h"
-#include "volume/triplet_assembly.h"
-#include "volume/volume_fixtures.h"
+#include "volume/triplet_assembly_support.h"
+#include "volume/volume_support.h"
 
 namespace volume_test {
 namespace {

@@ -7,7 +7,7 @@
 #include <functional>
 #include <limits>
 
-#include "volume/volume_fixtures.h"
+#include "volume/volume_support.h"
 
 namespace volume_test {
 namespace {

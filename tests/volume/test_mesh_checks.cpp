@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "volume/mesh_checks.h"
-#include "volume/volume_fixtures.h"
+#include "volume/volume_support.h"
 
 namespace volume_test {
 namespace {

@@ -1,7 +1,7 @@
 // Temperatures against fields known in closed form.
 #include <gtest/gtest.h>
 
-#include "volume/volume_fixtures.h"
+#include "volume/volume_support.h"
 
 namespace volume_test {
 namespace {

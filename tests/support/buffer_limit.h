@@ -1,11 +1,11 @@
 // A cap on the size of the openNURBS buffers the test program hands out, to make array
 // reservations fail the way they do when memory runs out.
-#ifndef BRINDLE_TESTS_MESHTOOLS_BUFFER_LIMIT_H
-#define BRINDLE_TESTS_MESHTOOLS_BUFFER_LIMIT_H
+#ifndef BRINDLE_TESTS_SUPPORT_BUFFER_LIMIT_H
+#define BRINDLE_TESTS_SUPPORT_BUFFER_LIMIT_H
 
 #include <cstddef>
 
-namespace meshtools_test {
+namespace brindle::testing {
 
 // While an object lives, onmalloc, oncalloc and onrealloc refuse (return null for) any buffer
 // larger than `maxBytes`.
@@ -25,6 +25,6 @@ class BufferLimit {
 inline constexpr const char* kNoBufferLimit =
     "the openNURBS DLL's allocator cannot be replaced by the test program";
 
-}  // namespace meshtools_test
+}  // namespace brindle::testing
 
 #endif

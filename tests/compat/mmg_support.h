@@ -1,7 +1,7 @@
 // MMG meshes with their metric and level-set solutions, released on scope exit. Written
 // against the MMG headers only, so the tests run against the bundled subset and a real MMG.
-#ifndef BRINDLE_TESTS_COMPAT_MMG_TEST_MESHES_H
-#define BRINDLE_TESTS_COMPAT_MMG_TEST_MESHES_H
+#ifndef BRINDLE_TESTS_COMPAT_MMG_SUPPORT_H
+#define BRINDLE_TESTS_COMPAT_MMG_SUPPORT_H
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Small tetrahedral meshes, a thin wrapper around the creating export and an allocation guard
 // for the volume tests.
-#ifndef BRINDLE_TESTS_VOLUME_FIXTURES_H
-#define BRINDLE_TESTS_VOLUME_FIXTURES_H
+#ifndef BRINDLE_TESTS_VOLUME_VOLUME_SUPPORT_H
+#define BRINDLE_TESTS_VOLUME_VOLUME_SUPPORT_H
 
 #include <brindle.h>
 

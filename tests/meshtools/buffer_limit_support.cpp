@@ -1,6 +1,6 @@
 // The test program's own openNURBS allocator functions. Exported by the program, they replace the
 // shared openNURBS library's for the whole process, and behave the same outside a BufferLimit.
-#include "meshtools/buffer_limit.h"
+#include "support/buffer_limit.h"
 
 #include <atomic>
 #include <cstdlib>
@@ -52,7 +52,7 @@ BRINDLE_TEST_VISIBLE void* onrealloc(void* memblock, size_t sz) {
 }  // extern "C"
 // NOLINTEND(readability-identifier-naming)
 
-namespace meshtools_test {
+namespace brindle::testing {
 
 bool BufferLimit::Available() {
   return true;
@@ -66,11 +66,11 @@ BufferLimit::~BufferLimit() {
   limit = kNoLimit;
 }
 
-}  // namespace meshtools_test
+}  // namespace brindle::testing
 
 #else
 
-namespace meshtools_test {
+namespace brindle::testing {
 
 bool BufferLimit::Available() {
   return false;
@@ -80,6 +80,6 @@ BufferLimit::BufferLimit(std::size_t) {}
 
 BufferLimit::~BufferLimit() = default;
 
-}  // namespace meshtools_test
+}  // namespace brindle::testing
 
 #endif

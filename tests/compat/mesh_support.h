@@ -1,7 +1,7 @@
-#ifndef BRINDLE_TESTS_COMPAT_MESH_FIXTURES_H
-#define BRINDLE_TESTS_COMPAT_MESH_FIXTURES_H
+#ifndef BRINDLE_TESTS_COMPAT_MESH_SUPPORT_H
+#define BRINDLE_TESTS_COMPAT_MESH_SUPPORT_H
 
-// Small meshes shared by the mesh tests.
+// Vertex and face helpers shared by the openNURBS mesh tests.
 
 #include <initializer_list>
 

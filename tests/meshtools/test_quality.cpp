@@ -6,24 +6,21 @@
 
 #include "brindle.h"
 #include "opennurbs.h"
-#include "tetra_mesh_fixtures.h"
+#include "support/tet_meshes.h"
+#include "support/triangle_meshes.h"
 
 namespace brindle {
 namespace {
 
-using namespace cut_test;
+using namespace testing;
 
 TEST(QualityMmg, TetrahedraOnMmgsScale) {
   // The regular tetrahedron, then the corner one once as given and once inverted: MMG
   // reorients elements on input.
-  ON_Mesh mesh;
-  for (const auto& p :
-       {ON_3dPoint(1, 1, 1), ON_3dPoint(1, -1, -1), ON_3dPoint(-1, 1, -1), ON_3dPoint(-1, -1, 1),
-        ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)})
-    AddVertex(mesh, p.x, p.y, p.z);
-  AddTetrahedron(mesh, 0, 1, 2, 3);
-  AddTetrahedron(mesh, 4, 5, 6, 7);
-  AddTetrahedron(mesh, 4, 6, 5, 7);
+  ON_Mesh mesh = TetMesh(
+      {ON_3dPoint(1, 1, 1), ON_3dPoint(1, -1, -1), ON_3dPoint(-1, 1, -1), ON_3dPoint(-1, -1, 1),
+       ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)},
+      {{0, 1, 2, 3}, {4, 5, 6, 7}, {4, 6, 5, 7}});
   // Colours become MMG vertex references and must not change the measure.
   for (int i = 0; i < mesh.VertexCount(); ++i)
     mesh.m_C.Append(ON_Color(200, 10, 10));
@@ -38,14 +35,11 @@ TEST(QualityMmg, TetrahedraOnMmgsScale) {
 }
 
 TEST(QualityMmg, TrianglesOnMmgsScale) {
-  ON_Mesh mesh;
-  AddVertex(mesh, 0, 0, 0);
-  AddVertex(mesh, 1, 0, 0);
-  AddVertex(mesh, 0.5, std::sqrt(3.0) / 2, 0);
-  AddVertex(mesh, 0, 1, 0);
-  mesh.SetTriangle(0, 0, 1, 2);  // equilateral
-  mesh.SetTriangle(1, 0, 1, 3);  // right isosceles
-  mesh.SetQuad(2, 0, 1, 3, 2);   // corner 3 of a quad is ignored: the right isosceles again
+  // Equilateral, right isosceles, and a quad whose corner 3 is ignored: the right isosceles again.
+  ON_Mesh mesh = TriangleMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0),
+                               ON_3dPoint(0.5, std::sqrt(3.0) / 2, 0), ON_3dPoint(0, 1, 0)},
+                              {{0, 1, 2}, {0, 1, 3}});
+  mesh.SetQuad(2, 0, 1, 3, 2);
   std::vector<double> quality(3, -1);
   ASSERT_EQ(qualS(&mesh, quality.data(), nullptr), 0);
   EXPECT_NEAR(quality[0], 1.0, 1e-14);
@@ -56,10 +50,9 @@ TEST(QualityMmg, TrianglesOnMmgsScale) {
 TEST(QualityMmg, RefusalsNameTheMmgStepAndLeaveTheOutputAlone) {
   ON_Mesh floatOnly = CornerTetrahedron();
   floatOnly.m_dV.Destroy();
-  ON_Mesh flat;
-  for (int i = 0; i < 4; ++i)
-    AddVertex(flat, i, 2 * i, 0);
-  AddTetrahedron(flat, 0, 1, 2, 3);
+  const ON_Mesh flat =
+      TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 2, 0), ON_3dPoint(2, 4, 0), ON_3dPoint(3, 6, 0)},
+              {{0, 1, 2, 3}});
   ON_Mesh outside = CornerTetrahedron();
   outside.m_F[0].vi[1] = -4;
   const struct {

@@ -1,15 +1,17 @@
-// Coloured triangle meshes and solver helpers for the surface solver tests.
-#ifndef BRINDLE_TESTS_SURFACE_TEST_SUPPORT_H
-#define BRINDLE_TESTS_SURFACE_TEST_SUPPORT_H
+// Triangle meshes coloured with vertex statuses, and solver helpers, for the surface solver tests.
+#ifndef BRINDLE_TESTS_SURFACE_SURFACE_SUPPORT_H
+#define BRINDLE_TESTS_SURFACE_SURFACE_SUPPORT_H
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <initializer_list>
 #include <memory>
 #include <vector>
 
 #include "brindle.h"
 #include "common/boundary_status.h"
+#include "support/triangle_meshes.h"
 
 namespace brindle {
 namespace testing {
@@ -17,19 +19,10 @@ namespace testing {
 // A width x height rectangle centred on the origin of the xy plane, nx by ny cells each split
 // along its rising diagonal. Row 0 is held at 0, row ny at 1, the others are free.
 inline ON_Mesh RectangleMesh(double width, double height, int nx, int ny) {
-  ON_Mesh mesh;
-  for (int j = 0; j <= ny; ++j) {
-    for (int i = 0; i <= nx; ++i) {
-      mesh.SetVertex(mesh.VertexCount(),
-                     ON_3dPoint(i * width / nx - 0.5 * width, j * height / ny - 0.5 * height, 0.0));
+  ON_Mesh mesh = RectangleGrid(width, height, nx, ny, ON_3dPoint(-0.5 * width, -0.5 * height, 0));
+  for (int j = 0; j <= ny; ++j)
+    for (int i = 0; i <= nx; ++i)
       mesh.m_C.Append(BoundaryStatusColor(j == 0 ? 1 : j == ny ? 3 : 5));
-    }
-  }
-  for (int k = 0; k < (nx + 1) * ny; ++k) {
-    if (k % (nx + 1) == nx) continue;
-    mesh.SetTriangle(mesh.FaceCount(), k, k + 1, k + nx + 2);
-    mesh.SetTriangle(mesh.FaceCount(), k, k + nx + 2, k + nx + 1);
-  }
   return mesh;
 }
 
@@ -42,14 +35,10 @@ inline std::vector<int> TwoLayerRegions(int nx, int ny, int splitRow) {
 }
 
 // A mesh from explicit points, triangles and vertex statuses.
-inline ON_Mesh MeshOf(std::initializer_list<ON_3dPoint> points,
-                      std::initializer_list<std::vector<int>> triangles,
+inline ON_Mesh MeshOf(const std::vector<ON_3dPoint>& points,
+                      const std::vector<std::array<int, 3>>& triangles,
                       std::initializer_list<int> statuses) {
-  ON_Mesh mesh;
-  for (const ON_3dPoint& p : points)
-    mesh.SetVertex(mesh.VertexCount(), p);
-  for (const auto& t : triangles)
-    mesh.SetTriangle(mesh.FaceCount(), t[0], t[1], t[2]);
+  ON_Mesh mesh = TriangleMesh(points, triangles);
   for (int status : statuses)
     mesh.m_C.Append(BoundaryStatusColor(status));
   return mesh;

@@ -1,4 +1,4 @@
-#include "volume/volume_fixtures.h"
+#include "volume/volume_support.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "volume/triplet_assembly.h"
+#include "volume/triplet_assembly_support.h"
 
 #include "volume/element_pass.h"
 

@@ -1,6 +1,6 @@
 // Replaces the global operator new/delete of the test program. Outside an AllocationGuard it
 // behaves like the standard one.
-#include "volume/volume_fixtures.h"
+#include "volume/volume_support.h"
 
 #include <atomic>
 #include <cstdlib>

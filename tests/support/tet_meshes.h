@@ -1,6 +1,7 @@
-// Meshes and measurements shared by the cutting tests.
-#ifndef BRINDLE_TESTS_CUTTING_TETRA_MESH_FIXTURES_H
-#define BRINDLE_TESTS_CUTTING_TETRA_MESH_FIXTURES_H
+// Tetrahedral meshes carried in an ON_Mesh the way the host does (every face one tetrahedron,
+// its four indices the corners), and the measures the tests check them by.
+#ifndef BRINDLE_TESTS_SUPPORT_TET_MESHES_H
+#define BRINDLE_TESTS_SUPPORT_TET_MESHES_H
 
 #include <gtest/gtest.h>
 
@@ -9,12 +10,11 @@
 #include <cmath>
 #include <functional>
 #include <map>
-#include <string>
 #include <vector>
 
 #include "opennurbs.h"
 
-namespace brindle::cut_test {
+namespace brindle::testing {
 
 // Six times the signed volume of (a, b, c, d).
 inline double SixVolume(const ON_3dPoint& a, const ON_3dPoint& b, const ON_3dPoint& c,
@@ -22,12 +22,13 @@ inline double SixVolume(const ON_3dPoint& a, const ON_3dPoint& b, const ON_3dPoi
   return ON_DotProduct(b - a, ON_CrossProduct(c - a, d - a));
 }
 
-inline ON_3dPoint Corner(const ON_Mesh& mesh, int f, int i) {
-  return mesh.Vertex(mesh.m_F[f].vi[i]);
+inline ON_3dPoint Corner(const ON_Mesh& mesh, int face, int corner) {
+  return mesh.Vertex(mesh.m_F[face].vi[corner]);
 }
 
-inline double SignedTetraVolume(const ON_Mesh& mesh, int f) {
-  return SixVolume(Corner(mesh, f, 0), Corner(mesh, f, 1), Corner(mesh, f, 2), Corner(mesh, f, 3)) /
+inline double SignedTetraVolume(const ON_Mesh& mesh, int face) {
+  return SixVolume(Corner(mesh, face, 0), Corner(mesh, face, 1), Corner(mesh, face, 2),
+                   Corner(mesh, face, 3)) /
          6.0;
 }
 
@@ -50,14 +51,22 @@ inline void AddTetrahedron(ON_Mesh& mesh, int a, int b, int c, int d) {
   mesh.SetQuad(mesh.FaceCount(), a, b, c, d);
 }
 
+// A mesh of the listed points and tetrahedra, as given (corner indices are not checked).
+inline ON_Mesh TetMesh(const std::vector<ON_3dPoint>& points,
+                       const std::vector<std::array<int, 4>>& tets) {
+  ON_Mesh mesh;
+  for (const ON_3dPoint& p : points)
+    mesh.SetVertex(mesh.VertexCount(), p);
+  for (const auto& t : tets)
+    AddTetrahedron(mesh, t[0], t[1], t[2], t[3]);
+  return mesh;
+}
+
 // The corner tetrahedron (0,0,0), (1,0,0), (0,1,0), (0,0,1), positively oriented.
 inline ON_Mesh CornerTetrahedron() {
-  ON_Mesh mesh;
-  for (const ON_3dPoint& p :
-       {ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)})
-    AddVertex(mesh, p.x, p.y, p.z);
-  AddTetrahedron(mesh, 0, 1, 2, 3);
-  return mesh;
+  return TetMesh(
+      {ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(0, 1, 0), ON_3dPoint(0, 0, 1)},
+      {{0, 1, 2, 3}});
 }
 
 // The cube [0, size]^3 in n^3 cells, each split into six tetrahedra around its main diagonal
@@ -86,21 +95,6 @@ inline ON_Mesh StructuredCube(int n, double size = 1.0) {
             std::swap(v[2], v[3]);
           AddTetrahedron(mesh, v[0], v[1], v[2], v[3]);
         }
-  return mesh;
-}
-
-// The unit square in n x n cells, two triangles each along the same diagonal, normals +z.
-inline ON_Mesh SquarePlate(int n) {
-  ON_Mesh mesh;
-  for (int j = 0; j <= n; ++j)
-    for (int i = 0; i <= n; ++i)
-      AddVertex(mesh, double(i) / n, double(j) / n, 0);
-  for (int j = 0; j < n; ++j)
-    for (int i = 0; i < n; ++i) {
-      const int a = i + (n + 1) * j, b = a + 1, c = a + n + 2, d = a + n + 1;
-      mesh.SetTriangle(mesh.FaceCount(), a, b, c);
-      mesh.SetTriangle(mesh.FaceCount(), a, c, d);
-    }
   return mesh;
 }
 
@@ -155,37 +149,6 @@ inline ::testing::AssertionResult IsConforming(const ON_Mesh& mesh, double expec
   return ::testing::AssertionSuccess();
 }
 
-inline std::wstring UserString(const ON_Mesh& mesh, const wchar_t* key) {
-  ON_wString value;
-  mesh.GetUserString(key, value);
-  return value.IsEmpty() ? std::wstring() : std::wstring(value.Array());
-}
-
-inline bool HasUserString(const ON_Mesh& mesh, const wchar_t* key) {
-  ON_wString value;
-  return mesh.GetUserString(key, value);
-}
-
-// Element references back from the KSmesh_mi text (Base64 of little-endian 32-bit integers).
-inline std::vector<int> DecodeElementReferences(const std::wstring& text) {
-  static const std::string kAlphabet =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::vector<unsigned char> bytes;
-  unsigned int buffer = 0;
-  int bits = 0;
-  for (wchar_t symbol : text) {
-    if (symbol == L'=') break;
-    buffer = (buffer << 6) | static_cast<unsigned int>(kAlphabet.find(static_cast<char>(symbol)));
-    bits += 6;
-    if (bits >= 8) bytes.push_back(static_cast<unsigned char>((buffer >> (bits -= 8)) & 0xff));
-  }
-  std::vector<int> references(bytes.size() / 4);
-  for (std::size_t i = 0; i < references.size(); ++i)
-    references[i] = static_cast<int>(bytes[4 * i] | bytes[4 * i + 1] << 8 | bytes[4 * i + 2] << 16 |
-                                     static_cast<unsigned int>(bytes[4 * i + 3]) << 24);
-  return references;
-}
-
-}  // namespace brindle::cut_test
+}  // namespace brindle::testing
 
 #endif

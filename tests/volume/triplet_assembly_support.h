@@ -1,8 +1,8 @@
 // The straightforward assembly route, kept beside the tests as the reference the block
 // assembler must match: 16 triplets per element summed by Eigen's setFromTriplets into the
 // n x n matrix, and the two blocks cut out of it.
-#ifndef BRINDLE_TESTS_VOLUME_TRIPLET_ASSEMBLY_H
-#define BRINDLE_TESTS_VOLUME_TRIPLET_ASSEMBLY_H
+#ifndef BRINDLE_TESTS_VOLUME_TRIPLET_ASSEMBLY_SUPPORT_H
+#define BRINDLE_TESTS_VOLUME_TRIPLET_ASSEMBLY_SUPPORT_H
 
 #include <Eigen/SparseCore>
 #include <cstdint>
