@@ -117,7 +117,7 @@ TEST(OpenNurbsMeshVertices, ReserveGrowsEveryListInStep) {
   EXPECT_TRUE(mesh.ReserveVertexCapacity(5));
 }
 
-TEST(OpenNurbsMeshVertices, ColoursArePresentOnlyForEveryVertex) {
+TEST(OpenNurbsMeshVertices, ColorsArePresentOnlyForEveryVertex) {
   ON_Mesh mesh;
   EXPECT_FALSE(mesh.HasVertexColors());
   MakeTwoTriangles(mesh);

@@ -95,7 +95,7 @@ TEST(OpenNurbsMeshCombine, ComparesFloatsOnlyAndKeepsTheLastDoubleValue) {
   EXPECT_TRUE(SameFace(collapsing.m_F[0], 1, 1, 0, 0));
 }
 
-TEST(OpenNurbsMeshCombine, ColoursSplitVerticesUnlessTextureDataIsIgnored) {
+TEST(OpenNurbsMeshCombine, ColorsSplitVerticesUnlessTextureDataIsIgnored) {
   ON_Mesh mesh;
   AddFloatVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 0}});
   mesh.SetTriangle(0, 0, 1, 2);

@@ -77,7 +77,7 @@ TEST(OpenNurbsMeshIsValid, FacesAreCheckedForRepeatsAndCoincidentCorners) {
             L"ON_Mesh.m_F[1] has degenerate float precision vertex locations.\n");
 }
 
-TEST(OpenNurbsMeshIsValid, IgnoresColoursFinitenessAndShape) {
+TEST(OpenNurbsMeshIsValid, IgnoresColorsFinitenessAndShape) {
   ON_Mesh mesh;
   AddFloatVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {0, 1, 0}});
   mesh.SetTriangle(0, 0, 1, 2);        // zero area, distinct locations
