@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <csignal>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -77,13 +78,7 @@ TEST(CutTetrahedralMesh, RefusalsNameTheFailingStep) {
   ON_Mesh mixed = CornerTetrahedron();
   mixed.SetTriangle(1, 0, 1, 2);
   // Without double-precision vertices the mesh has no vertices for this entry.
-  ON_Mesh floatOnly = CornerTetrahedron();
-  floatOnly.m_dV.Destroy();
-  const ON_Mesh flat =
-      TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 1, 0), ON_3dPoint(2, 4, 0), ON_3dPoint(3, 9, 0)},
-              {{0, 1, 2, 3}});
-  ON_Mesh badIndex = CornerTetrahedron();
-  badIndex.m_F[0].vi[3] = 9;
+  const UnacceptedTetrahedra refused;
   // No faces: the volume branch, where MMG cannot scale a mesh without used vertices.
   ON_Mesh pointsOnly = CornerTetrahedron();
   pointsOnly.m_F.SetCount(0);
@@ -100,9 +95,9 @@ TEST(CutTetrahedralMesh, RefusalsNameTheFailingStep) {
       {nullptr, values, 1, "Null input mesh"},
       {&tet, nullptr, 2, "Null vertex values"},
       {&mixed, values, 3, "Mesh has both triangles and quads"},
-      {&floatOnly, values, 5, "MMG3D_Set_meshSize failed"},
-      {&flat, values, 7, "MMG3D_Set_tetrahedra failed"},
-      {&badIndex, values, 7, "MMG3D_Set_tetrahedra failed"},
+      {&refused.floatOnly, values, 5, "MMG3D_Set_meshSize failed"},
+      {&refused.flat, values, 7, "MMG3D_Set_tetrahedra failed"},
+      {&refused.outsideIndex, values, 7, "MMG3D_Set_tetrahedra failed"},
       {&pointsOnly, values, 11, "MMG3D_mmg3dls failed with status 2"},
       {&floatPlate, values, 13, "MMGS_Set_meshSize failed"},
   };
@@ -195,9 +190,9 @@ TEST_F(CubeCutByPlane, HminHasNoEffectEvenAboveHmax) {
   ASSERT_EQ(small.status, 0);
   ASSERT_EQ(large.status, 0);
   ASSERT_EQ(small.mesh->FaceCount(), large.mesh->FaceCount());
-  ASSERT_EQ(small.mesh->VertexCount(), large.mesh->VertexCount());
-  for (int v = 0; v < small.mesh->VertexCount(); ++v)
-    EXPECT_EQ(small.mesh->m_dV[v], large.mesh->m_dV[v]);
+  ASSERT_EQ(small.mesh->m_dV.Count(), large.mesh->m_dV.Count());
+  EXPECT_EQ(0, std::memcmp(small.mesh->m_dV.Array(), large.mesh->m_dV.Array(),
+                           sizeof(ON_3dPoint) * small.mesh->m_dV.Count()));
 }
 
 TEST(CutTetrahedralMesh, VertexColorsTravelAsReferences) {

@@ -48,20 +48,14 @@ TEST(QualityMmg, TrianglesOnMmgsScale) {
 }
 
 TEST(QualityMmg, RefusalsNameTheMmgStepAndLeaveTheOutputAlone) {
-  ON_Mesh floatOnly = CornerTetrahedron();
-  floatOnly.m_dV.Destroy();
-  const ON_Mesh flat =
-      TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 2, 0), ON_3dPoint(2, 4, 0), ON_3dPoint(3, 6, 0)},
-              {{0, 1, 2, 3}});
-  ON_Mesh outside = CornerTetrahedron();
-  outside.m_F[0].vi[1] = -4;
+  const UnacceptedTetrahedra refused;
   const struct {
     const ON_Mesh& mesh;
     int tetraStatus;
     std::string tetraMessage;
-  } cases[] = {{floatOnly, 1, "MMG3D_Set_meshSize failed"},
-               {flat, 3, "MMG3D_Set_tetrahedra failed"},
-               {outside, 3, "MMG3D_Set_tetrahedra failed"}};
+  } cases[] = {{refused.floatOnly, 1, "MMG3D_Set_meshSize failed"},
+               {refused.flat, 3, "MMG3D_Set_tetrahedra failed"},
+               {refused.outsideIndex, 3, "MMG3D_Set_tetrahedra failed"}};
   for (const auto& c : cases) {
     double quality[1] = {-7};
     char error[1024] = "stale";
