@@ -143,7 +143,7 @@ class CubeCutByPlane : public ::testing::Test {
 // Keeping both sides (0) or one (2 above the plane, 3 below): the kept volume is the
 // analytic one, the mesh stays conforming, every element is tagged with the side its centroid
 // lies on, and the interface is the unit cross-section whatever is kept.
-TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesAndInterface) {
+TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesInterfaceAndHmin) {
   for (int keep : {0, 2, 3}) {
     SCOPED_TRACE(keep);
     ON_Mesh interfaceMesh;
@@ -182,17 +182,14 @@ TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesAndInterface) {
       EXPECT_NEAR(interfaceMesh.m_dV[v].x, kPlane, 1e-12);
     EXPECT_NEAR(area, 1.0, 1e-9);
   }
-}
-
-TEST_F(CubeCutByPlane, HminHasNoEffectEvenAboveHmax) {
-  CutResult small = Cut(&cube_, values_.data(), 0, nullptr, 0.001, 0.2);
-  CutResult large = Cut(&cube_, values_.data(), 0, nullptr, 50.0, 0.2);
-  ASSERT_EQ(small.status, 0);
-  ASSERT_EQ(large.status, 0);
-  ASSERT_EQ(small.mesh->FaceCount(), large.mesh->FaceCount());
+  // hmin has no effect, even above hmax.
+  const CutResult small = Cut(&cube_, values_.data(), 0, nullptr, 0.001, 0.2);
+  const CutResult large = Cut(&cube_, values_.data(), 0, nullptr, 50.0, 0.2);
+  ASSERT_TRUE(small.mesh && large.mesh);
   ASSERT_EQ(small.mesh->m_dV.Count(), large.mesh->m_dV.Count());
   EXPECT_EQ(0, std::memcmp(small.mesh->m_dV.Array(), large.mesh->m_dV.Array(),
                            sizeof(ON_3dPoint) * small.mesh->m_dV.Count()));
+  EXPECT_EQ(small.mesh->FaceCount(), large.mesh->FaceCount());
 }
 
 TEST(CutTetrahedralMesh, VertexColorsTravelAsReferences) {
@@ -240,27 +237,24 @@ TEST(CutTetrahedralMesh, SurfaceMeshIsCutWithItsOwnBranch) {
 
 void CountingHandler(int) {}
 
-TEST(SignalHandlerGuard, RestoresTheCallersHandlersAfterTheyWereReset) {
+// The guard puts back handlers that MMG's level-set call resets, and the host's handlers
+// survive both cuts.
+TEST(SignalHandlerGuard, RestoresTheCallersHandlers) {
   for (int sig : SignalHandlerGuard::kSignals) {
     if (sig == SIGSEGV || sig == SIGABRT) continue;  // left to the sanitizers and gtest
     const auto previous = std::signal(sig, CountingHandler);
     {
       SignalHandlerGuard guard;
-      std::signal(sig, SIG_DFL);  // what MMG's level-set call leaves behind
+      std::signal(sig, SIG_DFL);
     }
     EXPECT_EQ(std::signal(sig, previous), &CountingHandler) << "signal " << sig;
   }
-}
-
-TEST(SignalHandlerGuard, HostHandlersSurviveBothCuts) {
   const auto previousInt = std::signal(SIGINT, CountingHandler);
   const auto previousTerm = std::signal(SIGTERM, CountingHandler);
-  const ON_Mesh tet = CornerTetrahedron();
-  const ON_Mesh plate = SquarePlate(2);
+  const ON_Mesh tet = CornerTetrahedron(), plate = SquarePlate(2);
   const double tetValues[4] = {1, 1, 1, -1};
-  const std::vector<double> plateValues = SampleField(plate, PlaneField);
   EXPECT_EQ(Cut(&tet, tetValues, 0).status, 0);
-  EXPECT_EQ(Cut(&plate, plateValues.data(), 0).status, 0);
+  EXPECT_EQ(Cut(&plate, SampleField(plate, PlaneField).data(), 0).status, 0);
   EXPECT_EQ(std::signal(SIGINT, previousInt), &CountingHandler);
   EXPECT_EQ(std::signal(SIGTERM, previousTerm), &CountingHandler);
 }

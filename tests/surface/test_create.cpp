@@ -75,9 +75,6 @@ TEST(SldmCreate, RegionNumbersAreLabels) {
   const SurfaceModel& model = static_cast<SurfaceSolver*>(huge.get())->model;
   EXPECT_EQ(model.usedRegions, (std::vector<int>{300000000, 2147483647}));
   EXPECT_EQ(model.LargestRegion(), 2147483647);
-  // No int count can exceed the largest int, so this solver keeps its default conductivities.
-  const double k = 2.0;
-  EXPECT_EQ(sldmupdate(huge.get(), &k, 1, nullptr), -3003);
   EXPECT_EQ(conductivities(huge), (std::vector<double>{1.0, 1.0}));
 
   SolverHandle sparse = solverWith(1, 6);

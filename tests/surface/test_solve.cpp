@@ -210,8 +210,7 @@ TEST(SldmSolve, ThousandsOfLevelsMatchTheSingleLevel) {
   const std::unique_ptr<Solution> one = SolveAll(solver.get(), mesh, {0.4});
   const int segments = one->isotherms.Count();
   ASSERT_GT(segments, 0);
-  const std::vector<double> levels(20000, 0.4);
-  const std::unique_ptr<Solution> many = SolveAll(solver.get(), mesh, levels);
+  const std::unique_ptr<Solution> many = SolveAll(solver.get(), mesh, std::vector(20000, 0.4));
   ASSERT_EQ(many->isotherms.Count(), segments * 20000);
   for (int i = 0; i < 20000; i += 997) {
     EXPECT_EQ(many->levelFlow[i], one->levelFlow[0]) << i;
