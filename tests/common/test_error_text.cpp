@@ -4,7 +4,6 @@
 #include <string>
 
 #include "common/error_text.h"
-#include "common/trace.h"
 
 namespace brindle {
 namespace {
@@ -26,15 +25,6 @@ TEST(ErrorText, ClearsFormatsAndTruncates) {
   EXPECT_EQ(std::strlen(buffer), kErrorTextCapacity - 1);
   for (std::size_t i = kErrorTextCapacity; i < sizeof buffer; ++i)
     EXPECT_EQ(buffer[i], 'x');
-}
-
-TEST(Trace, WritesToTheChosenStream) {
-  testing::internal::CaptureStdout();
-  testing::internal::CaptureStderr();
-  TraceOut("entering %s\n", "poissonmallocvol");
-  TraceErr("there was an error %d\n", 7);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "entering poissonmallocvol\n");
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "there was an error 7\n");
 }
 
 }  // namespace

@@ -134,20 +134,16 @@ TEST(CutTetrahedralMesh, LowFailureDeliversTheUncutMeshInTheCallersCoordinates) 
   }
 }
 
-class CubeCutByPlane : public ::testing::Test {
- protected:
-  const ON_Mesh cube_ = StructuredCube(4);
-  const std::vector<double> values_ = SampleField(cube_, PlaneField);
-};
-
 // Keeping both sides (0) or one (2 above the plane, 3 below): the kept volume is the
 // analytic one, the mesh stays conforming, every element is tagged with the side its centroid
-// lies on, and the interface is the unit cross-section whatever is kept.
-TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesInterfaceAndHmin) {
+// lies on, and the interface is the unit cross-section whatever is kept. hmin has no effect.
+TEST(CutTetrahedralMesh, CubeCutByAPlaneKeepsSidesVolumesReferencesAndInterface) {
+  const ON_Mesh cube = StructuredCube(4);
+  const std::vector<double> values = SampleField(cube, PlaneField);
   for (int keep : {0, 2, 3}) {
     SCOPED_TRACE(keep);
     ON_Mesh interfaceMesh;
-    const CutResult cut = Cut(&cube_, values_.data(), keep, &interfaceMesh);
+    const CutResult cut = Cut(&cube, values.data(), keep, &interfaceMesh);
     ASSERT_EQ(cut.status, 0);
     EXPECT_EQ(cut.error, "");
     const ON_Mesh& mesh = *cut.mesh;
@@ -182,9 +178,9 @@ TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesInterfaceAndHmin) {
       EXPECT_NEAR(interfaceMesh.m_dV[v].x, kPlane, 1e-12);
     EXPECT_NEAR(area, 1.0, 1e-9);
   }
-  // hmin has no effect, even above hmax.
-  const CutResult small = Cut(&cube_, values_.data(), 0, nullptr, 0.001, 0.2);
-  const CutResult large = Cut(&cube_, values_.data(), 0, nullptr, 50.0, 0.2);
+  // Not even above hmax.
+  const CutResult small = Cut(&cube, values.data(), 0, nullptr, 0.001, 0.2);
+  const CutResult large = Cut(&cube, values.data(), 0, nullptr, 50.0, 0.2);
   ASSERT_TRUE(small.mesh && large.mesh);
   ASSERT_EQ(small.mesh->m_dV.Count(), large.mesh->m_dV.Count());
   EXPECT_EQ(0, std::memcmp(small.mesh->m_dV.Array(), large.mesh->m_dV.Array(),
