@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "brindle.h"
@@ -24,10 +26,6 @@ std::unique_ptr<ON_Mesh> Clip(const ON_Mesh& mesh, const std::vector<double>& va
   EXPECT_EQ(CutTetrahedralMesh2(&mesh, values.data(), 0, 0, 0, nullptr, &result, error), 0);
   EXPECT_STREQ(error, "");
   return std::unique_ptr<ON_Mesh>(result);
-}
-
-ON_3dPoint Midpoint(const ON_Mesh& mesh, int a, int b) {
-  return 0.5 * (mesh.Vertex(a) + mesh.Vertex(b));
 }
 
 bool HasVertexAt(const ON_Mesh& mesh, const ON_3dPoint& p) {
@@ -64,7 +62,6 @@ TEST(ZeroLevelClip, SingleTetrahedronPieces) {
     for (const auto& p : c.newVertices)
       EXPECT_TRUE(HasVertexAt(*result, ON_3dPoint(p[0], p[1], p[2])))
           << p[0] << " " << p[1] << " " << p[2];
-    EXPECT_EQ(UserString(*result, L"Kestra_version"), L"0.2.9181.2064");
   }
 }
 
@@ -81,10 +78,9 @@ TEST(ZeroLevelClip, SharedCutEdgeGetsOneVertexNumberedInCreationOrder) {
   // the second adds only the edge from 4.
   ASSERT_EQ(result->VertexCount(), 5);
   EXPECT_EQ(ON_3dPoint(result->m_V[0]), mesh.Vertex(0));
-  EXPECT_EQ(ON_3dPoint(result->m_V[1]), Midpoint(mesh, 3, 0));
-  EXPECT_EQ(ON_3dPoint(result->m_V[2]), Midpoint(mesh, 2, 0));
-  EXPECT_EQ(ON_3dPoint(result->m_V[3]), Midpoint(mesh, 1, 0));
-  EXPECT_EQ(ON_3dPoint(result->m_V[4]), Midpoint(mesh, 4, 0));
+  const int farEnds[4] = {3, 2, 1, 4};
+  for (int i = 0; i < 4; ++i)
+    EXPECT_EQ(ON_3dPoint(result->m_V[i + 1]), 0.5 * (mesh.Vertex(farEnds[i]) + mesh.Vertex(0)));
   const auto owners = TriangleOwners(*result);
   EXPECT_EQ(owners.size(), 7u);  // the shared face is one triangle used by both pieces
   EXPECT_EQ(std::count_if(owners.begin(), owners.end(),
@@ -126,19 +122,6 @@ TEST(ZeroLevelClip, EveryCaseAndCornerOrderKeepsOrientationAndVolume) {
   } while (std::next_permutation(perm, perm + 4));
 }
 
-TEST(ZeroLevelClip, NonFiniteValueLeavesAMixedTetrahedronUnchanged) {
-  const ON_Mesh mesh = CornerTetrahedron();
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  for (const auto& values : {std::vector<double>{1, nan, -1, 1}, std::vector<double>{nan, 1, 1, 1},
-                             std::vector<double>{1e300, 1, -1, 1}}) {
-    const auto result = Clip(mesh, values);
-    ASSERT_EQ(result->FaceCount(), 1);
-    EXPECT_EQ(result->VertexCount(), 4);
-    for (int j = 0; j < 4; ++j)
-      EXPECT_EQ(result->m_F[0].vi[j], mesh.m_F[0].vi[j]);
-  }
-}
-
 TEST(ZeroLevelClip, ColorsEveryVertexAsFreeAndEmptiesTheArchive) {
   ON_Mesh mesh = CornerTetrahedron();
   for (int i = 0; i < 4; ++i)
@@ -170,10 +153,8 @@ TEST(ZeroLevelClip, IgnoresKeepRefSizesAndInterfaceMesh) {
   ASSERT_EQ(other->FaceCount(), plain->FaceCount());
   ASSERT_EQ(other->VertexCount(), plain->VertexCount());
   for (int f = 0; f < plain->FaceCount(); ++f)
-    for (int j = 0; j < 4; ++j)
-      EXPECT_EQ(other->m_F[f].vi[j], plain->m_F[f].vi[j]);
-  EXPECT_EQ(interfaceMesh.FaceCount(), 0);
-  EXPECT_EQ(interfaceMesh.VertexCount(), 0);
+    EXPECT_EQ(0, std::memcmp(other->m_F[f].vi, plain->m_F[f].vi, sizeof(other->m_F[f].vi)));
+  EXPECT_EQ(interfaceMesh.FaceCount() + interfaceMesh.VertexCount(), 0);
 }
 
 TEST(ZeroLevelClip, CubeCutByAPlaneKeepsTheAnalyticVolumeAndStaysConforming) {
@@ -187,28 +168,35 @@ TEST(ZeroLevelClip, CubeCutByAPlaneKeepsTheAnalyticVolumeAndStaysConforming) {
   EXPECT_TRUE(IsConforming(*above, 2 * ((1 - a) + (1 - a) + 1), 1e-5));
 }
 
-TEST(ZeroLevelClip, NullInputsAreRefused) {
+// Null inputs are refused; a face with a corner outside the vertex list is dropped, and a
+// non-finite value leaves a mixed tetrahedron as it is.
+TEST(ZeroLevelClip, UnusableInputs) {
   const ON_Mesh mesh = CornerTetrahedron();
   const double values[4] = {1, 1, 1, -1};
   ON_Mesh sentinel;
-  for (int which = 0; which < 2; ++which) {
+  for (const auto& [input, inputValues] :
+       {std::pair<const ON_Mesh*, const double*>{nullptr, values}, {&mesh, nullptr}}) {
     ON_Mesh* result = &sentinel;
     char error[1024] = "stale";
-    const int status =
-        CutTetrahedralMesh2(which == 0 ? nullptr : &mesh, which == 0 ? values : nullptr, 0, 0, 0,
-                            nullptr, &result, error);
-    EXPECT_EQ(status, 1);
+    EXPECT_EQ(CutTetrahedralMesh2(input, inputValues, 0, 0, 0, nullptr, &result, error), 1);
     EXPECT_EQ(result, nullptr);
     EXPECT_STREQ(error, "Null input mesh or vertex values");
   }
   EXPECT_EQ(CutTetrahedralMesh2(nullptr, nullptr, 0, 0, 0, nullptr, nullptr, nullptr), 1);
-}
 
-TEST(ZeroLevelClip, FacesWithIndicesOutsideTheVertexListAreDropped) {
-  ON_Mesh mesh = CornerTetrahedron();
-  AddTetrahedron(mesh, 0, 1, 2, 7);
-  const auto result = Clip(mesh, {1, 1, 1, -1});
-  EXPECT_EQ(result->FaceCount(), 1);
+  ON_Mesh outside = CornerTetrahedron();
+  AddTetrahedron(outside, 0, 1, 2, 7);
+  EXPECT_EQ(Clip(outside, {1, 1, 1, -1})->FaceCount(), 1);
+
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  for (const auto& mixed : {std::vector<double>{1, nan, -1, 1}, std::vector<double>{nan, 1, 1, 1},
+                            std::vector<double>{1e300, 1, -1, 1}}) {
+    const auto result = Clip(mesh, mixed);
+    ASSERT_EQ(result->FaceCount(), 1);
+    EXPECT_EQ(result->VertexCount(), 4);
+    for (int j = 0; j < 4; ++j)
+      EXPECT_EQ(result->m_F[0].vi[j], mesh.m_F[0].vi[j]);
+  }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <csignal>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -77,13 +78,7 @@ TEST(CutTetrahedralMesh, RefusalsNameTheFailingStep) {
   ON_Mesh mixed = CornerTetrahedron();
   mixed.SetTriangle(1, 0, 1, 2);
   // Without double-precision vertices the mesh has no vertices for this entry.
-  ON_Mesh floatOnly = CornerTetrahedron();
-  floatOnly.m_dV.Destroy();
-  const ON_Mesh flat =
-      TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 1, 0), ON_3dPoint(2, 4, 0), ON_3dPoint(3, 9, 0)},
-              {{0, 1, 2, 3}});
-  ON_Mesh badIndex = CornerTetrahedron();
-  badIndex.m_F[0].vi[3] = 9;
+  const UnacceptedTetrahedra refused;
   // No faces: the volume branch, where MMG cannot scale a mesh without used vertices.
   ON_Mesh pointsOnly = CornerTetrahedron();
   pointsOnly.m_F.SetCount(0);
@@ -100,9 +95,9 @@ TEST(CutTetrahedralMesh, RefusalsNameTheFailingStep) {
       {nullptr, values, 1, "Null input mesh"},
       {&tet, nullptr, 2, "Null vertex values"},
       {&mixed, values, 3, "Mesh has both triangles and quads"},
-      {&floatOnly, values, 5, "MMG3D_Set_meshSize failed"},
-      {&flat, values, 7, "MMG3D_Set_tetrahedra failed"},
-      {&badIndex, values, 7, "MMG3D_Set_tetrahedra failed"},
+      {&refused.floatOnly, values, 5, "MMG3D_Set_meshSize failed"},
+      {&refused.flat, values, 7, "MMG3D_Set_tetrahedra failed"},
+      {&refused.outsideIndex, values, 7, "MMG3D_Set_tetrahedra failed"},
       {&pointsOnly, values, 11, "MMG3D_mmg3dls failed with status 2"},
       {&floatPlate, values, 13, "MMGS_Set_meshSize failed"},
   };
@@ -139,20 +134,16 @@ TEST(CutTetrahedralMesh, LowFailureDeliversTheUncutMeshInTheCallersCoordinates) 
   }
 }
 
-class CubeCutByPlane : public ::testing::Test {
- protected:
-  const ON_Mesh cube_ = StructuredCube(4);
-  const std::vector<double> values_ = SampleField(cube_, PlaneField);
-};
-
 // Keeping both sides (0) or one (2 above the plane, 3 below): the kept volume is the
 // analytic one, the mesh stays conforming, every element is tagged with the side its centroid
-// lies on, and the interface is the unit cross-section whatever is kept.
-TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesAndInterface) {
+// lies on, and the interface is the unit cross-section whatever is kept. hmin has no effect.
+TEST(CutTetrahedralMesh, CubeCutByAPlaneKeepsSidesVolumesReferencesAndInterface) {
+  const ON_Mesh cube = StructuredCube(4);
+  const std::vector<double> values = SampleField(cube, PlaneField);
   for (int keep : {0, 2, 3}) {
     SCOPED_TRACE(keep);
     ON_Mesh interfaceMesh;
-    const CutResult cut = Cut(&cube_, values_.data(), keep, &interfaceMesh);
+    const CutResult cut = Cut(&cube, values.data(), keep, &interfaceMesh);
     ASSERT_EQ(cut.status, 0);
     EXPECT_EQ(cut.error, "");
     const ON_Mesh& mesh = *cut.mesh;
@@ -187,17 +178,14 @@ TEST_F(CubeCutByPlane, KeptSidesVolumesReferencesAndInterface) {
       EXPECT_NEAR(interfaceMesh.m_dV[v].x, kPlane, 1e-12);
     EXPECT_NEAR(area, 1.0, 1e-9);
   }
-}
-
-TEST_F(CubeCutByPlane, HminHasNoEffectEvenAboveHmax) {
-  CutResult small = Cut(&cube_, values_.data(), 0, nullptr, 0.001, 0.2);
-  CutResult large = Cut(&cube_, values_.data(), 0, nullptr, 50.0, 0.2);
-  ASSERT_EQ(small.status, 0);
-  ASSERT_EQ(large.status, 0);
-  ASSERT_EQ(small.mesh->FaceCount(), large.mesh->FaceCount());
-  ASSERT_EQ(small.mesh->VertexCount(), large.mesh->VertexCount());
-  for (int v = 0; v < small.mesh->VertexCount(); ++v)
-    EXPECT_EQ(small.mesh->m_dV[v], large.mesh->m_dV[v]);
+  // Not even above hmax.
+  const CutResult small = Cut(&cube, values.data(), 0, nullptr, 0.001, 0.2);
+  const CutResult large = Cut(&cube, values.data(), 0, nullptr, 50.0, 0.2);
+  ASSERT_TRUE(small.mesh && large.mesh);
+  ASSERT_EQ(small.mesh->m_dV.Count(), large.mesh->m_dV.Count());
+  EXPECT_EQ(0, std::memcmp(small.mesh->m_dV.Array(), large.mesh->m_dV.Array(),
+                           sizeof(ON_3dPoint) * small.mesh->m_dV.Count()));
+  EXPECT_EQ(small.mesh->FaceCount(), large.mesh->FaceCount());
 }
 
 TEST(CutTetrahedralMesh, VertexColorsTravelAsReferences) {
@@ -245,27 +233,24 @@ TEST(CutTetrahedralMesh, SurfaceMeshIsCutWithItsOwnBranch) {
 
 void CountingHandler(int) {}
 
-TEST(SignalHandlerGuard, RestoresTheCallersHandlersAfterTheyWereReset) {
+// The guard puts back handlers that MMG's level-set call resets, and the host's handlers
+// survive both cuts.
+TEST(SignalHandlerGuard, RestoresTheCallersHandlers) {
   for (int sig : SignalHandlerGuard::kSignals) {
     if (sig == SIGSEGV || sig == SIGABRT) continue;  // left to the sanitizers and gtest
     const auto previous = std::signal(sig, CountingHandler);
     {
       SignalHandlerGuard guard;
-      std::signal(sig, SIG_DFL);  // what MMG's level-set call leaves behind
+      std::signal(sig, SIG_DFL);
     }
     EXPECT_EQ(std::signal(sig, previous), &CountingHandler) << "signal " << sig;
   }
-}
-
-TEST(SignalHandlerGuard, HostHandlersSurviveBothCuts) {
   const auto previousInt = std::signal(SIGINT, CountingHandler);
   const auto previousTerm = std::signal(SIGTERM, CountingHandler);
-  const ON_Mesh tet = CornerTetrahedron();
-  const ON_Mesh plate = SquarePlate(2);
+  const ON_Mesh tet = CornerTetrahedron(), plate = SquarePlate(2);
   const double tetValues[4] = {1, 1, 1, -1};
-  const std::vector<double> plateValues = SampleField(plate, PlaneField);
   EXPECT_EQ(Cut(&tet, tetValues, 0).status, 0);
-  EXPECT_EQ(Cut(&plate, plateValues.data(), 0).status, 0);
+  EXPECT_EQ(Cut(&plate, SampleField(plate, PlaneField).data(), 0).status, 0);
   EXPECT_EQ(std::signal(SIGINT, previousInt), &CountingHandler);
   EXPECT_EQ(std::signal(SIGTERM, previousTerm), &CountingHandler);
 }

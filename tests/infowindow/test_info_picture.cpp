@@ -52,9 +52,7 @@ TEST(InfoPicture, IsWarmNextToTheRoomAndColdNextToTheOutdoorAir) {
   EXPECT_LT(Blue(warm), 60);
   EXPECT_GT(Blue(cold), 200);
   EXPECT_LT(Red(cold), 60);
-}
 
-TEST(InfoPicture, IsEmptyForANonPositiveSize) {
   EXPECT_TRUE(RenderInfoPicture(0, 10).empty());
   EXPECT_TRUE(RenderInfoPicture(10, -1).empty());
   EXPECT_EQ(RenderInfoPicture(1, 1).size(), 1u);

@@ -14,7 +14,7 @@ namespace {
 
 using namespace testing;
 
-TEST(QualityMmg, TetrahedraOnMmgsScale) {
+TEST(QualityMmg, TetrahedraAndTrianglesOnMmgsScale) {
   // The regular tetrahedron, then the corner one once as given and once inverted: MMG
   // reorients elements on input.
   ON_Mesh mesh = TetMesh(
@@ -32,36 +32,28 @@ TEST(QualityMmg, TetrahedraOnMmgsScale) {
   EXPECT_NEAR(quality[0], 1.0, 1e-14);
   EXPECT_NEAR(quality[1], 4 * std::sqrt(3.0) / 9, 1e-14);  // 0.7698003589195
   EXPECT_NEAR(quality[2], quality[1], 1e-15);
-}
 
-TEST(QualityMmg, TrianglesOnMmgsScale) {
   // Equilateral, right isosceles, and a quad whose corner 3 is ignored: the right isosceles again.
-  ON_Mesh mesh = TriangleMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0),
-                               ON_3dPoint(0.5, std::sqrt(3.0) / 2, 0), ON_3dPoint(0, 1, 0)},
-                              {{0, 1, 2}, {0, 1, 3}});
-  mesh.SetQuad(2, 0, 1, 3, 2);
-  std::vector<double> quality(3, -1);
-  ASSERT_EQ(qualS(&mesh, quality.data(), nullptr), 0);
+  ON_Mesh triangles = TriangleMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0),
+                                    ON_3dPoint(0.5, std::sqrt(3.0) / 2, 0), ON_3dPoint(0, 1, 0)},
+                                   {{0, 1, 2}, {0, 1, 3}});
+  triangles.SetQuad(2, 0, 1, 3, 2);
+  quality.assign(3, -1);
+  ASSERT_EQ(qualS(&triangles, quality.data(), nullptr), 0);
   EXPECT_NEAR(quality[0], 1.0, 1e-14);
   EXPECT_NEAR(quality[1], std::sqrt(3.0) / 2, 1e-14);
   EXPECT_NEAR(quality[2], quality[1], 1e-15);
 }
 
 TEST(QualityMmg, RefusalsNameTheMmgStepAndLeaveTheOutputAlone) {
-  ON_Mesh floatOnly = CornerTetrahedron();
-  floatOnly.m_dV.Destroy();
-  const ON_Mesh flat =
-      TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 2, 0), ON_3dPoint(2, 4, 0), ON_3dPoint(3, 6, 0)},
-              {{0, 1, 2, 3}});
-  ON_Mesh outside = CornerTetrahedron();
-  outside.m_F[0].vi[1] = -4;
+  const UnacceptedTetrahedra refused;
   const struct {
     const ON_Mesh& mesh;
     int tetraStatus;
     std::string tetraMessage;
-  } cases[] = {{floatOnly, 1, "MMG3D_Set_meshSize failed"},
-               {flat, 3, "MMG3D_Set_tetrahedra failed"},
-               {outside, 3, "MMG3D_Set_tetrahedra failed"}};
+  } cases[] = {{refused.floatOnly, 1, "MMG3D_Set_meshSize failed"},
+               {refused.flat, 3, "MMG3D_Set_tetrahedra failed"},
+               {refused.outsideIndex, 3, "MMG3D_Set_tetrahedra failed"}};
   for (const auto& c : cases) {
     double quality[1] = {-7};
     char error[1024] = "stale";

@@ -1,7 +1,6 @@
 #include <climits>
 #include <cmath>
 #include <memory>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -67,23 +66,6 @@ TEST(MakeRectMesh, RefusesBadInput) {
     EXPECT_STREQ(error, message[b.status]);
     EXPECT_EQ(result, nullptr);
   }
-}
-
-TEST(MakeRectMesh, GoesStraightIntoTheSurfaceSolver) {
-  ON_Mesh* result = nullptr;
-  ASSERT_EQ(MakeRectMesh(&ON_Plane::World_xy, 3.0, 2.0, 5, 4, &result, nullptr), 0);
-  const std::unique_ptr<ON_Mesh> mesh(result);
-  void* handle = nullptr;
-  char error[1024] = "stale";
-  ASSERT_EQ(sldmMalloc(mesh.get(), nullptr, 2, &handle, error), 0) << error;
-  std::vector<double> t(mesh->VertexCount());
-  const int status = sldmsolve(handle, t.data(), static_cast<int>(t.size()), nullptr, 0, nullptr,
-                               nullptr, 0, nullptr, nullptr, error);
-  sldmfree(handle);
-  ASSERT_EQ(status, 0) << error;
-  // Held at 0 along the bottom edge and at 1 along the top: linear in y.
-  for (int k = 0; k < mesh->VertexCount(); ++k)
-    EXPECT_NEAR(t[k], mesh->m_dV[k].y / 2.0 + 0.5, 1e-9);
 }
 
 // A grid whose arrays cannot get their memory ends in status 4, never in a write through the

@@ -8,6 +8,16 @@
 
 namespace {
 
+// Two triangles over four vertices in both precisions.
+ON_Mesh Square() {
+  ON_Mesh mesh;
+  for (int i = 0; i < 4; ++i)
+    mesh.SetVertex(i, ON_3dPoint(i % 3 ? 1.1 : 0, i / 2, 0));
+  mesh.SetTriangle(0, 0, 1, 2);
+  mesh.SetTriangle(1, 0, 2, 3);
+  return mesh;
+}
+
 TEST(TrySanitize, CopiesConsistentMeshesAndRefusesOthersUntouched) {
   const char* const unsynchronized =
       "Vertices not synchronized between single and double precision";
@@ -28,11 +38,7 @@ TEST(TrySanitize, CopiesConsistentMeshesAndRefusesOthersUntouched) {
       {[](ON_Mesh& m) { m.m_V.Destroy(); }, 3, -2, unsynchronized},
   };
   for (const auto& c : cases) {
-    ON_Mesh mesh;
-    for (int i = 0; i < 4; ++i)
-      mesh.SetVertex(i, ON_3dPoint(i % 3 ? 1.1 : 0, i / 2, 0));
-    mesh.SetTriangle(0, 0, 1, 2);
-    mesh.SetTriangle(1, 0, 2, 3);
+    ON_Mesh mesh = Square();
     c.spoil(mesh);
     const ON_Mesh before(mesh);
     ON_Mesh* result = reinterpret_cast<ON_Mesh*>(0x1);
@@ -62,10 +68,7 @@ TEST(TrySanitize, CopiesConsistentMeshesAndRefusesOthersUntouched) {
 
 TEST(TrySanitize, CopyThatCannotGetItsMemoryIsOutOfMemory) {
   if (!brindle::testing::BufferLimit::Available()) GTEST_SKIP() << brindle::testing::kNoBufferLimit;
-  ON_Mesh mesh;
-  for (int i = 0; i < 4; ++i)
-    mesh.SetVertex(i, ON_3dPoint(i % 3 ? 1.0 : 0.0, i / 2, 0));
-  mesh.SetTriangle(0, 0, 1, 2);
+  const ON_Mesh mesh = Square();
   ON_Mesh* result = reinterpret_cast<ON_Mesh*>(0x1);
   int code = 42;
   char error[1024] = "stale";

@@ -69,6 +69,19 @@ inline ON_Mesh CornerTetrahedron() {
       {{0, 1, 2, 3}});
 }
 
+// Corner tetrahedra that MMG refuses to take in: without double-precision vertices, flat (the
+// corners on the plane z = 0), and with a corner index outside the vertex list.
+struct UnacceptedTetrahedra {
+  ON_Mesh floatOnly = CornerTetrahedron(), outsideIndex = CornerTetrahedron();
+  ON_Mesh flat =
+      TetMesh({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 1, 0), ON_3dPoint(2, 4, 0), ON_3dPoint(3, 9, 0)},
+              {{0, 1, 2, 3}});
+  UnacceptedTetrahedra() {
+    floatOnly.m_dV.Destroy();
+    outsideIndex.m_F[0].vi[3] = 9;
+  }
+};
+
 // The cube [0, size]^3 in n^3 cells, each split into six tetrahedra around its main diagonal
 // (the same pattern in every cell, so the mesh is conforming), all positively oriented.
 inline ON_Mesh StructuredCube(int n, double size = 1.0) {

@@ -1,10 +1,9 @@
-// Creation: input checks in order, the ordered model, and assembly and factorisation
+// Creation: input checks in order, region labels, and assembly and factorisation
 // failures as the caller sees them.
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "surface/surface_model.h"
 #include "surface/surface_solver.h"
 #include "surface/surface_support.h"
 
@@ -43,82 +42,50 @@ TEST(SldmCreate, InputChecksInOrder) {
   char error[1024];
   EXPECT_EQ(sldmMalloc(&mesh, nullptr, 0, nullptr, error), 41);
   EXPECT_STREQ(error, "Null handle pointer");
-}
 
-TEST(SldmCreate, RefusesBadIndicesRegionsAndInvalidMeshes) {
-  ON_Mesh mesh = RectangleMesh(1, 1, 1, 2);
+  ON_Mesh strip = RectangleMesh(1, 1, 1, 2);
   const int regions[4] = {0, 2, -3, 1};
-  ExpectCreateFailure(&mesh, 1, 43, "Face 2 has negative region number -3", regions);
-  mesh.m_F[3].vi[1] = -1;
-  ExpectCreateFailure(&mesh, 3, 42, "Face 3 has a vertex index out of range");
-  mesh.m_F[3].vi[1] = 6;
-  ExpectCreateFailure(&mesh, 3, 42, "Face 3 has a vertex index out of range");
+  ExpectCreateFailure(&strip, 1, 43, "Face 2 has negative region number -3", regions);
+  for (int outside : {-1, 6}) {
+    strip.m_F[3].vi[1] = outside;
+    ExpectCreateFailure(&strip, 3, 42, "Face 3 has a vertex index out of range");
+  }
   const ON_Mesh coincident = MeshOf({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(1, 0, 0)},
                                     {{0, 1, 2}}, {1, 3, 5});
   ExpectCreateFailure(&coincident, 3, 127, "Ordered mesh is invalid");
 }
 
-TEST(SurfaceModel, FixedFirstInInputOrderFreeLastReversed) {
-  // Statuses (free, fixed, free, fixed); a red of 245 fixes 0.5 whatever green and blue are.
-  ON_Mesh mesh =
-      MeshOf({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(1, 1, 0), ON_3dPoint(0, 1, 0)},
-             {{0, 1, 2}, {0, 2, 3}}, {5, 3, -1, 1});
-  mesh.m_C[3] = ON_Color(245, 1, 2);
-  SurfaceModel model;
-  ASSERT_EQ(BuildSurfaceModel(mesh, nullptr, model, nullptr), 0);
-  EXPECT_EQ(model.newToOld, (std::vector<int>{1, 3, 2, 0}));
-  EXPECT_EQ(model.oldToNew, (std::vector<int>{3, 0, 2, 1}));
-  EXPECT_EQ(model.fixedCount, 2);
-  EXPECT_EQ(model.prescribed, Eigen::Vector2d(1.0, 0.5));
-  for (int j = 0; j < 4; ++j) {
-    EXPECT_EQ(model.mesh.m_dV[j], mesh.m_dV[model.newToOld[j]]);
-    EXPECT_EQ(unsigned(model.mesh.m_C[j]), unsigned(mesh.m_C[model.newToOld[j]]));
-  }
-  for (int c = 0; c < 4; ++c)
-    EXPECT_EQ(model.mesh.m_F[1].vi[c], model.oldToNew[mesh.m_F[1].vi[c]]);
-  // No region array: one region of conductivity 1.
-  EXPECT_EQ(model.faceRegion, (std::vector<int>{0, 0}));
-  EXPECT_EQ(model.conductivity, (std::vector<double>{1.0}));
-}
-
 // Region numbers are labels: the largest int or one in the hundreds of millions costs no more
-// than region 0, and only the regions in use carry a conductivity.
-TEST(SldmCreate, HugeRegionNumbersKeepOneConductivityPerRegionInUse) {
-  const int nx = 2, ny = 2;
-  const ON_Mesh mesh = RectangleMesh(1, 1, nx, ny);
-  std::vector<int> regions = TwoLayerRegions(nx, ny, 1);
-  for (int& r : regions)
-    r = r == 0 ? 2147483647 : 300000000;
-  SolverHandle solver = CreateSolver(mesh, 1, regions);
-  ASSERT_TRUE(solver);
-  const SurfaceModel& model = static_cast<SurfaceSolver*>(solver.get())->model;
+// than region 0, only the regions in use carry a conductivity, and sldmupdate reads values[r]
+// for those regions only.
+TEST(SldmCreate, RegionNumbersAreLabels) {
+  const ON_Mesh mesh = RectangleMesh(1, 1, 2, 2);
+  const std::vector<int> layers = TwoLayerRegions(2, 2, 1);
+  auto solverWith = [&](int lower, int upper) {
+    std::vector<int> regions = layers;
+    for (int& r : regions)
+      r = r == 0 ? lower : upper;
+    return CreateSolver(mesh, 1, regions);
+  };
+  auto conductivities = [](const SolverHandle& solver) {
+    return static_cast<SurfaceSolver*>(solver.get())->model.conductivity;
+  };
+  SolverHandle huge = solverWith(2147483647, 300000000);
+  ASSERT_TRUE(huge);
+  const SurfaceModel& model = static_cast<SurfaceSolver*>(huge.get())->model;
   EXPECT_EQ(model.usedRegions, (std::vector<int>{300000000, 2147483647}));
-  EXPECT_EQ(model.conductivity, (std::vector<double>{1.0, 1.0}));
   EXPECT_EQ(model.LargestRegion(), 2147483647);
-  // No int count can exceed the largest int, so this solver keeps its default conductivities.
-  const double k = 2.0;
-  EXPECT_EQ(sldmupdate(solver.get(), &k, 1, nullptr), -3003);
-  EXPECT_EQ(model.conductivity, (std::vector<double>{1.0, 1.0}));
+  EXPECT_EQ(conductivities(huge), (std::vector<double>{1.0, 1.0}));
+
+  SolverHandle sparse = solverWith(1, 6);
+  std::vector<double> values(7, -1.0);
+  values[1] = 3.0;
+  values[6] = 1.0;
+  ASSERT_EQ(Update(sparse.get(), values), 0);
+  EXPECT_EQ(conductivities(sparse), (std::vector<double>{3.0, 1.0}));
 }
 
-// sldmupdate reads values[r] for the regions in use only, so sparse numbers need no more
-// than a caller array reaching the largest of them.
-TEST(SldmUpdate, SparseRegionNumbersReadTheirOwnEntries) {
-  const int nx = 2, ny = 2;
-  const ON_Mesh mesh = RectangleMesh(1, 1, nx, ny);
-  std::vector<int> regions = TwoLayerRegions(nx, ny, 1);
-  for (int& r : regions)
-    r = r == 0 ? 1 : 6;
-  SolverHandle solver = CreateSolver(mesh, 1, regions);
-  std::vector<double> k(7, -1.0);
-  k[1] = 3.0;
-  k[6] = 1.0;
-  ASSERT_EQ(Update(solver.get(), k), 0);
-  const SurfaceModel& model = static_cast<SurfaceSolver*>(solver.get())->model;
-  EXPECT_EQ(model.conductivity, (std::vector<double>{3.0, 1.0}));
-}
-
-TEST(SldmCreate, DegenerateFacesPerMethod) {
+TEST(SldmCreate, AssemblyAndFactorisationFailuresPerMethod) {
   // Collinear but distinct corners pass the mesh validation and reach the formulations.
   const ON_Mesh collinear =
       MeshOf({ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(2, 0, 0), ON_3dPoint(0, 1, 0)},
@@ -127,9 +94,7 @@ TEST(SldmCreate, DegenerateFacesPerMethod) {
   CreateSolver(collinear, 1);  // a degenerate corner weighs 0
   ExpectCreateFailure(&collinear, 2, 128, "Stiffness assembly failed with error 128");
   ExpectCreateFailure(&collinear, 3, 2025, "Stiffness assembly failed with error 2025");
-}
 
-TEST(SldmCreate, UnusedVertexAndSingularMatrices) {
   // Vertex 4 is in no face: method 0 refuses it, the others leave its row empty, which fails
   // the factorisation only when the vertex is free.
   auto square = [](int lastStatus) {
