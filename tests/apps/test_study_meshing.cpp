@@ -1,4 +1,4 @@
-// Graded grids and the structured section and block meshers of brindle-study.
+// The structured section and block meshers of brindle-study.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,87 +9,9 @@
 #include "example_study.h"
 #include "examples.h"
 #include "geometry.h"
-#include "grading.h"
-#include "solve.h"
 
 namespace brindle::study {
 namespace {
-
-TEST(StudyGrading, DivisionSpansTheIntervalWithBoundedGradedSizes) {
-  const MeshSizes sizes{0.01, 0.1, 1.3};
-  for (double length : {0.005, 0.03, 0.2, 1.0, 3.7}) {
-    const auto points = GradedDivision(1.0, 1.0 + length, sizes);
-    ASSERT_GE(points.size(), 2u);
-    EXPECT_EQ(points.front(), 1.0);
-    EXPECT_EQ(points.back(), 1.0 + length);
-    for (std::size_t i = 1; i < points.size(); ++i) {
-      const double step = points[i] - points[i - 1];
-      EXPECT_GT(step, 0.0);
-      EXPECT_LE(step, 1.0001 * sizes.largest);
-      if (i > 1 && length > 4 * sizes.smallest) {
-        const double ratio = step / (points[i - 1] - points[i - 2]);
-        EXPECT_LE(ratio, 1.3 * 1.0001);
-        EXPECT_GE(ratio, 1 / (1.3 * 1.0001));
-      }
-    }
-    if (length > 4 * sizes.smallest) {  // small steps at both ends of graded intervals
-      EXPECT_LT(points[1] - points[0], 2.5 * sizes.smallest);
-      EXPECT_LT(points.back() - points[points.size() - 2], 2.5 * sizes.smallest);
-    }
-  }
-  EXPECT_THROW(GradedDivision(1.0, 1.0, sizes), std::invalid_argument);
-}
-
-TEST(StudyGrading, FocusLinesGetTheSmallestElementsOtherBreaksCoarserOnes) {
-  const MeshSizes sizes{0.01, 0.1, 1.5};
-  const auto lines = GradedLines({0.0, 0.2, 1.0}, sizes, {0.2}, 4.0);
-  ASSERT_TRUE(std::is_sorted(lines.begin(), lines.end()));
-  EXPECT_EQ(lines.front(), 0.0);
-  EXPECT_EQ(lines.back(), 1.0);
-  const auto at = std::find(lines.begin(), lines.end(), 0.2);
-  ASSERT_NE(at, lines.end());
-  // Next to the focus line the elements are near `smallest` (shrunk a little to fit), next to
-  // the other breaks near four times that, and neighbours never differ by more than the growth.
-  EXPECT_NEAR(*at - *(at - 1), 0.01, 0.003);
-  EXPECT_NEAR(*(at + 1) - *at, 0.01, 0.003);
-  EXPECT_NEAR(lines[1] - lines[0], 0.04, 0.012);
-  EXPECT_NEAR(lines.back() - lines[lines.size() - 2], 0.04, 0.012);
-  for (std::size_t i = 2; i < lines.size(); ++i) {
-    const double ratio = (lines[i] - lines[i - 1]) / (lines[i - 1] - lines[i - 2]);
-    EXPECT_LT(std::max(ratio, 1.0 / ratio), 1.5 * 1.0001) << i;
-  }
-  // Without focus lines the axis grades towards every break as before; lines pass through every
-  // break given in any order, and a finer level has about twice the lines.
-  EXPECT_EQ(GradedLines({0.0, 0.2, 1.0}, sizes, {}, 4.0), GradedLines({0.0, 0.2, 1.0}, sizes));
-  const auto unordered = GradedLines({0.3, -0.01, 0.0, 0.3, 0.24}, sizes);
-  EXPECT_TRUE(std::is_sorted(unordered.begin(), unordered.end()));
-  for (double b : {-0.01, 0.0, 0.24, 0.3})
-    EXPECT_NE(std::find(unordered.begin(), unordered.end(), b), unordered.end()) << b;
-  EXPECT_GT(GradedLines({0.0, 1.0}, sizes.Refined(1)).size(),
-            1.8 * GradedLines({0.0, 1.0}, sizes).size());
-}
-
-TEST(StudySectionMesher, SlabSectionCoversEachMaterialWithPositiveTriangles) {
-  const Detail detail = SlabSection(true);
-  const TriMesh mesh = MeshSection(detail.blocks, detail.materials, {0.01, 0.1, 1.4});
-  std::map<int, double> area;
-  for (std::size_t f = 0; f < mesh.triangles.size(); ++f) {
-    const auto& t = mesh.triangles[f];
-    const Point& p = mesh.points[t[0]];
-    const double a = 0.5 * Cross(mesh.points[t[1]] - p, mesh.points[t[2]] - p)[2];
-    ASSERT_GT(a, 0.0) << "triangle " << f;
-    area[mesh.region[f]] += a;
-  }
-  EXPECT_NEAR(area[0], 0.24 * 2.2 - 0.24 * 0.2, 1e-12);  // masonry
-  EXPECT_NEAR(area[1], 0.16 * 2.2 - 0.16 * 0.2, 1e-12);  // insulation
-  EXPECT_NEAR(area[2], 1.40 * 0.2, 1e-12);               // concrete
-  // Every vertex is used by a triangle.
-  std::vector<int> uses(mesh.points.size());
-  for (const auto& t : mesh.triangles)
-    for (int v : t)
-      ++uses[v];
-  EXPECT_EQ(std::count(uses.begin(), uses.end(), 0), 0);
-}
 
 // The room's surfaces are the wall face and both faces of the slab in the room; the slab's cut
 // end and the wall's cut-offs are adiabatic.

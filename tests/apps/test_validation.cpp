@@ -7,7 +7,6 @@
 #include <map>
 
 #include "geometry.h"
-#include "study_engine.h"
 #include "study_file.h"
 #include "validation.h"
 
@@ -107,27 +106,6 @@ TEST(ValidationCases, BuildTheirMaterialsAndTagTheirEnvironments) {
     ExpectMeasures(m.materials, expected[i].materials, cases[i].id + " materials");
     ExpectMeasures(m.environments, expected[i].environments, cases[i].id + " boundaries");
   }
-}
-
-// The sections run through the engine on their coarsest meshes already meet their figures.
-TEST(ValidationCases, SectionsPassThroughTheEngineOnTheCoarsestMesh) {
-  for (const ValidationCase& c : ValidationCases()) {
-    const CaseStudy study = c.build(0);
-    if (study.mesh.dimension != 2) continue;
-    const json summary = SolveStudy(ParseStudy(study.study, c.id), study.mesh).summary;
-    for (const CheckRow& row : c.checks(summary))
-      EXPECT_TRUE(row.Passes()) << c.id << " " << row.quantity << " " << row.computed;
-  }
-}
-
-TEST(CheckRow, JudgesAbsoluteRelativeAndInformativeTolerances) {
-  EXPECT_TRUE((CheckRow{"t", 7.19, 7.1, 0.1, false, "C"}.Passes()));
-  EXPECT_FALSE((CheckRow{"t", 7.21, 7.1, 0.1, false, "C"}.Passes()));
-  EXPECT_TRUE((CheckRow{"q", 0.5453, 0.540, 0.01, true, "W"}.Passes()));
-  EXPECT_FALSE((CheckRow{"q", 0.5456, 0.540, 0.01, true, "W"}.Passes()));
-  CheckRow info{"change", 11.0, 0.0, 1.0, false, "%"};
-  info.informative = true;
-  EXPECT_TRUE(info.Passes());
 }
 
 // A stand-in engine whose flow grows by `growth` per level, to test the convergence rule.
