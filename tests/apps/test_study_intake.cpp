@@ -1,4 +1,5 @@
-// Reading meshes for studies: gmsh files and geometries, MEDIT files, references, refinement.
+// Reading meshes for studies: gmsh files and geometries, MEDIT files, references, refinement,
+// and the block mesher that the other tests build their models with.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,7 +9,11 @@
 #include <map>
 #include <set>
 
+#include "block_mesher.h"
+#include "block_study_mesh.h"
+#include "examples.h"
 #include "geometry.h"
+#include "medit.h"
 #include "mesh_intake.h"
 
 #ifdef BRINDLE_STUDY_HAVE_GMSH
@@ -247,6 +252,35 @@ TEST(StudyIntake, MeditFilesKeepTheirReferences) {
   EXPECT_NE(ErrorOf([&] { ReadStudyMesh(medit); }).find("1 quadrilateral:"), std::string::npos);
 }
 
+void ExpectErrorAtLine(const std::string& text, int line, const std::string& words) {
+  try {
+    ParseMedit(text, "m.mesh");
+    FAIL() << "accepted: " << text;
+  } catch (const MeditError& e) {
+    EXPECT_EQ(e.Line(), line) << e.what();
+    EXPECT_NE(std::string(e.what()).find("m.mesh:" + std::to_string(line) + ": "),
+              std::string::npos)
+        << e.what();
+    EXPECT_NE(std::string(e.what()).find(words), std::string::npos) << e.what();
+  }
+}
+
+TEST(StudyIntake, MalformedMeditFilesNameTheLine) {
+  const std::string head = "MeshVersionFormatted 2\nDimension 3\nVertices 2\n0 0 0 1\n1 1 1 1\n";
+  ExpectErrorAtLine(head + "Triangles 1\n1 2 3 0\n", 7, "vertex index 3 out of range 1..2");
+  ExpectErrorAtLine(head + "Triangles 1\n1 2 0 0\n", 7, "out of range");
+  ExpectErrorAtLine(head + "Triangles -1\n", 6, "invalid count");
+  ExpectErrorAtLine(head + "Pentagons 1\n", 6, "unknown keyword 'Pentagons'");
+  ExpectErrorAtLine(head + "Edges 1\n1 x2 0\n", 7, "found 'x2'");
+  ExpectErrorAtLine(head + "Edges 1\n1 2\n\n", 7, "unexpected end of file");
+  ExpectErrorAtLine("MeshVersionFormatted 2\nDimension 3\nVertices 1\n0 nan 0 1\n", 4,
+                    "coordinate");
+  ExpectErrorAtLine("MeshVersionFormatted 2\nVertices 1\n0 0 0 1\n", 2, "before Dimension");
+  ExpectErrorAtLine("Dimension 4\n", 1, "dimension must be 2 or 3");
+  ExpectErrorAtLine("", 1, "not a MEDIT mesh");
+  ExpectErrorAtLine("MeshVersionFormatted 2\nDimension 3\n", 1, "no vertices");
+}
+
 // Two tetrahedra of references 1 and 2, boundary triangles 10 (named "warm") and 20.
 StudyMesh SmallMesh() {
   StudyMesh mesh;
@@ -346,6 +380,24 @@ TEST(StudyIntake, UniformRefinementPreservesVolumesAreasAndConformity) {
   EXPECT_EQ(refined.vertices.size(), 6u);  // edge midpoints are shared with the triangles
   EXPECT_EQ(refined.edges, (std::vector<std::array<int, 2>>{{0, 3}, {3, 1}, {1, 4}, {4, 2}}));
   EXPECT_EQ(refined.edgeRef, (std::vector<int>{5, 5, 6, 6}));
+}
+
+TEST(StudyBlockMesher, TetrahedraFillTheBlocksConformingly) {
+  const Detail detail = SteelBarDetail();
+  const StudyMesh mesh =
+      BlockStudyMesh(MeshBlocks(detail.blocks, detail.materials, {0.02, 0.2, 1.6}),
+                     [](const Point&, const Point&) { return 0; });
+  for (const auto& t : mesh.tetrahedra)
+    ASSERT_GT(TetVolume(mesh, t), 0.0);
+  EXPECT_NEAR(TotalVolume(mesh, 3), 0.02 * 0.02 * 0.30, 1e-12);                // steel
+  EXPECT_NEAR(TotalVolume(mesh, 2), 0.25 * 0.20 - 0.02 * 0.02 * 0.20, 1e-12);  // insulation
+  // Conforming: every face is shared by two tetrahedra or lies on the box surface.
+  double boundaryArea = 0.0;
+  for (const Face& f : OuterFaces(mesh))
+    boundaryArea += 0.5 * Norm(Cross(mesh.vertices[f[1]] - mesh.vertices[f[0]],
+                                     mesh.vertices[f[2]] - mesh.vertices[f[0]]));
+  const double lx = 0.38, ly = 0.5, lz = 0.5;
+  EXPECT_NEAR(boundaryArea, 2 * (lx * ly + ly * lz + lz * lx), 1e-9);
 }
 
 }  // namespace

@@ -59,12 +59,6 @@ TEST(StudyPictures, FluxScaleKeepsAUniformFieldMidScaleAndClipsHotSpots) {
     areas[i] = 1e-4;
   }
   EXPECT_EQ(FluxScale(refined, areas, "W/m²").high, 20.0);
-
-  const ColorScale temperatures = TemperatureScale({20.0, -5.0, 12.0});
-  EXPECT_EQ(temperatures.low, -5.0);
-  EXPECT_EQ(temperatures.high, 20.0);
-  EXPECT_EQ(temperatures.Color(-5.0), TemperatureColor(0.0));
-  EXPECT_EQ(temperatures.Color(30.0), TemperatureColor(1.0));
 }
 
 // A 1 x 0.5 strip of solid with a surface layer on its left, meshed by the section mesher.
