@@ -1,4 +1,4 @@
-// Whole runs of a user study and the convergence check.
+// The command line, whole runs of a user study and the convergence check.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -32,6 +32,28 @@ fs::path ScratchFolder(const char* name) {
   fs::remove_all(folder);
   fs::create_directories(folder);
   return folder;
+}
+
+TEST(StudyOptions, BadArgumentsAreUsageErrors) {
+  const std::vector<std::vector<std::string>> bad = {
+      {"--frobnicate"},
+      {"--inside"},
+      {"--inside", "warm"},
+      {"--inside", "5", "--outside", "5"},
+      {"--refine", "9"},
+      {"--levels", "0"},
+      {"--only", "4d"},
+      {"--conductivity", "3=1"},  // needs --mesh
+      {"--mesh", "m.mesh", "--low", "1"},
+      {"--mesh", "m.mesh", "--low", "1", "--high", "2", "--conductivity", "3"},
+      {"--mesh", "m.mesh", "--low", "1", "--high", "2", "--conductivity", "3=-1"},
+      {"--mesh", "m.mesh", "--low", "x", "--high", "2"},
+      {"--section", "w=1"},
+      {"--section", "x="},
+      {"--section", "x=abc"},
+  };
+  for (const auto& args : bad)
+    EXPECT_THROW(ParseOptions(args), UsageError) << args[0] << " " << args.back();
 }
 
 // A brick wall 0.2 m thick, 0.3 x 0.2 m, in millimetres beside its study file; then the same

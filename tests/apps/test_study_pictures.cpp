@@ -162,28 +162,21 @@ TEST(StudyPictures, IsothermLabelsStayInsideThePictureAndApart) {
 
 // Signed areas of the loops of path data made of "M x y", "L x y" and "Z".
 std::vector<double> LoopAreas(const std::string& d) {
-  std::string spaced;
-  for (char c : d)
-    spaced += (c == 'M' || c == 'L' || c == 'Z') ? std::string(" ") + c + " " : std::string(1, c);
-  std::istringstream in(spaced);
+  std::istringstream in(d);
   std::vector<double> areas;
   std::vector<std::array<double, 2>> loop;
-  std::string command;
-  while (in >> command) {
-    if (command == "Z") {
-      double twice = 0.0;
-      for (std::size_t i = 0; i < loop.size(); ++i) {
-        const auto& a = loop[i];
-        const auto& b = loop[(i + 1) % loop.size()];
-        twice += a[0] * b[1] - a[1] * b[0];
-      }
-      areas.push_back(0.5 * twice);
-      loop.clear();
+  for (char command; in >> command;) {
+    if (command != 'Z') {
+      std::array<double, 2> p;
+      in >> p[0] >> p[1];
+      loop.push_back(p);
       continue;
     }
-    std::array<double, 2> p;
-    in >> p[0] >> p[1];
-    loop.push_back(p);
+    double twice = 0.0;
+    for (std::size_t i = 0, n = loop.size(); i < n; ++i)
+      twice += loop[i][0] * loop[(i + 1) % n][1] - loop[i][1] * loop[(i + 1) % n][0];
+    areas.push_back(0.5 * twice);
+    loop.clear();
   }
   return areas;
 }
