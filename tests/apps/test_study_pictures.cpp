@@ -69,6 +69,14 @@ TriMesh StripWithLayer() {
                      {0.02, 0.05, 1.3});
 }
 
+// Signed area of a polygon in the xy plane, positive when counter-clockwise.
+double Area(const std::vector<Point>& polygon) {
+  double twice = 0.0;
+  for (std::size_t i = 0, n = polygon.size(); i < n; ++i)
+    twice += Cross(polygon[i], polygon[(i + 1) % n])[2];
+  return 0.5 * twice;
+}
+
 std::vector<double> LinearField(const TriMesh& mesh, double a, double b) {
   std::vector<double> values;
   for (const Point& p : mesh.points)
@@ -95,15 +103,9 @@ TEST(StudyPictures, IsothermsAndBandsFollowTheFieldAndSkipSurfaceLayers) {
   // The bands of a triangle cover it exactly.
   const std::array<Point, 3> p{Point{0, 0, 0}, Point{2, 0, 0}, Point{0, 1, 0}};
   const std::array<double, 3> v{0.0, 4.0, 1.0};
-  auto area = [](const std::vector<Point>& poly) {
-    double twice = 0.0;
-    for (std::size_t i = 0; i < poly.size(); ++i)
-      twice += Cross(poly[i], poly[(i + 1) % poly.size()])[2];
-    return 0.5 * twice;
-  };
   double covered = 0.0;
   for (double low = -1.0; low < 5.0; low += 0.75)
-    covered += area(ClipToBand(p, v, low, low + 0.75));
+    covered += Area(ClipToBand(p, v, low, low + 0.75));
   EXPECT_NEAR(covered, 1.0, 1e-12);
   EXPECT_TRUE(ClipToBand(p, v, 5.0, 6.0).empty());
 }
@@ -164,19 +166,16 @@ TEST(StudyPictures, IsothermLabelsStayInsideThePictureAndApart) {
 std::vector<double> LoopAreas(const std::string& d) {
   std::istringstream in(d);
   std::vector<double> areas;
-  std::vector<std::array<double, 2>> loop;
+  std::vector<Point> loop;
   for (char command; in >> command;) {
-    if (command != 'Z') {
-      std::array<double, 2> p;
-      in >> p[0] >> p[1];
-      loop.push_back(p);
+    if (command == 'Z') {
+      areas.push_back(Area(loop));
+      loop.clear();
       continue;
     }
-    double twice = 0.0;
-    for (std::size_t i = 0, n = loop.size(); i < n; ++i)
-      twice += loop[i][0] * loop[(i + 1) % n][1] - loop[i][1] * loop[(i + 1) % n][0];
-    areas.push_back(0.5 * twice);
-    loop.clear();
+    Point p{0, 0, 0};
+    in >> p[0] >> p[1];
+    loop.push_back(p);
   }
   return areas;
 }
