@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "block_mesher.h"
 #include "block_study_mesh.h"
@@ -14,25 +13,12 @@
 #include "options.h"
 #include "study.h"
 #include "study_engine.h"
+#include "study_test_files.h"
 
 namespace brindle::study {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string ReadFile(const fs::path& path) {
-  std::ifstream in(path);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-fs::path ScratchFolder(const char* name) {
-  const fs::path folder = fs::temp_directory_path() / name;
-  fs::remove_all(folder);
-  fs::create_directories(folder);
-  return folder;
-}
 
 TEST(StudyOptions, BadArgumentsAreUsageErrors) {
   const std::vector<std::vector<std::string>> bad = {

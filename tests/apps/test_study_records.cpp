@@ -5,22 +5,15 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "report_page.h"
+#include "study_test_files.h"
 #include "terminal.h"
 
 namespace brindle::study {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string ReadFile(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
 
 #if !defined(_WIN32)
 // Commands the tool prints paste into a shell: the shell gives every word back unchanged.
@@ -36,9 +29,7 @@ TEST(StudyRecords, ShellWordsSurviveAShell) {
 #endif
 
 TEST(StudyRecords, LibraryOutputGoesToTheLogAndTheTerminalComesBack) {
-  const fs::path folder = fs::temp_directory_path() / "brindle-study-log";
-  fs::remove_all(folder);
-  fs::create_directories(folder);
+  const fs::path folder = ScratchFolder("brindle-study-log");
   const std::string log = (folder / "library.log").string();
   testing::internal::CaptureStdout();
   std::printf("before\n");
@@ -61,9 +52,7 @@ TEST(StudyRecords, LibraryOutputGoesToTheLogAndTheTerminalComesBack) {
 }
 
 TEST(StudyRecords, ReportPageHoldsInputsResultsChecksAndPicturesInline) {
-  const fs::path folder = fs::temp_directory_path() / "brindle-study-report";
-  fs::remove_all(folder);
-  fs::create_directories(folder);
+  const fs::path folder = ScratchFolder("brindle-study-report");
   std::ofstream(folder / "d-flux.svg") << "<svg xmlns=\"http://www.w3.org/2000/svg\">flux</svg>\n";
   std::ofstream(folder / "d.svg") << "<?xml version=\"1.0\"?>\n<svg>temperature</svg>\n";
   std::ofstream(folder / "e.svg") << "<svg>other study</svg>\n";
