@@ -139,20 +139,18 @@ TEST(StudyIntake, GeometryKeepsPhysicalTagsNamesAndVolumes) {
 }
 
 #ifdef BRINDLE_STUDY_HAVE_GMSH
-TEST(StudyIntake, MshFilesOfEveryFormatReadAlike) {
+// Version 2.2 files give gmsh a model of other entities than version 4.1 files (ASCII or binary
+// is gmsh's own concern); the tool reads both alike.
+TEST(StudyIntake, MshFilesOfEitherVersionReadAlike) {
   const std::string geo = kData + "/two_layers.geo";
   const StudyMesh first = ReadStudyMesh(SaveMsh(geo, 4.1, false, "a41.msh"));
   EXPECT_NEAR(TotalVolume(first, 1) + TotalVolume(first, 2), 0.3, 1e-12);
   EXPECT_EQ(first.names.size(), 4u);
-  for (const auto& [version, binary] :
-       std::vector<std::pair<double, bool>>{{4.1, true}, {2.2, false}, {2.2, true}}) {
-    SCOPED_TRACE(std::to_string(version) + (binary ? " binary" : " ASCII"));
-    const StudyMesh mesh = ReadStudyMesh(SaveMsh(geo, version, binary, "b.msh"));
-    EXPECT_EQ(mesh.vertices.size(), first.vertices.size());
-    EXPECT_EQ(Counts(mesh.tetrahedronRef), Counts(first.tetrahedronRef));
-    EXPECT_EQ(Counts(mesh.triangleRef), Counts(first.triangleRef));
-    EXPECT_EQ(mesh.names, first.names);
-  }
+  const StudyMesh old = ReadStudyMesh(SaveMsh(geo, 2.2, false, "a22.msh"));
+  EXPECT_EQ(old.vertices.size(), first.vertices.size());
+  EXPECT_EQ(Counts(old.tetrahedronRef), Counts(first.tetrahedronRef));
+  EXPECT_EQ(Counts(old.triangleRef), Counts(first.triangleRef));
+  EXPECT_EQ(old.names, first.names);
 }
 #endif
 
