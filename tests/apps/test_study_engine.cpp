@@ -42,18 +42,24 @@ StudyMesh ScaledMesh(StudyMesh mesh, double unitsPerMetre) {
   return mesh;
 }
 
-json WallStudy(const Wall& wall, const char* unit) {
+const MeshSizes kFine{0.01, 0.05, 1.5};
+
+json Env(double temperature, double resistance, const json& boundaries) {
   return {
-      {"mesh", "in memory"},
-      {"length_unit", unit},
-      {"materials", {{"1", 0.8}, {"2", 0.04}}},
-      {"environments",
-       {{"inside", {{"temperature", 20.0}, {"surface_resistance", wall.rsi}, {"boundaries", {10}}}},
-        {"outside",
-         {{"temperature", -5.0}, {"surface_resistance", wall.rse}, {"boundaries", {"20"}}}}}}};
+      {"temperature", temperature}, {"surface_resistance", resistance}, {"boundaries", boundaries}};
 }
 
-const MeshSizes kFine{0.01, 0.05, 1.5};
+// An in-memory study of conductivities by reference and environments by name.
+json Study(const json& materials, const json& environments) {
+  return {{"mesh", "in memory"}, {"materials", materials}, {"environments", environments}};
+}
+
+json WallStudy(const Wall& wall, const char* unit) {
+  json study = Study({{"1", 0.8}, {"2", 0.04}}, {{"inside", Env(20.0, wall.rsi, {10})},
+                                                 {"outside", Env(-5.0, wall.rse, {"20"})}});
+  study["length_unit"] = unit;
+  return study;
+}
 
 void ExpectWallUValue(const StudyMesh& metres, double crossSection) {
   const Wall wall;
@@ -106,14 +112,10 @@ TEST(StudyEngine, ThreeEnvironmentsSuperpose) {
     if (n[0] > 0.5) return 3;
     return 0;
   });
-  const json study = {
-      {"mesh", "in memory"},
-      {"materials", {{"1", 2.3}, {"2", 0.04}}},
-      {"environments",
-       {{"room", {{"temperature", 20.0}, {"surface_resistance", 0.13}, {"boundaries", {1}}}},
-        {"upstairs", {{"temperature", 15.0}, {"surface_resistance", 0.1}, {"boundaries", {2}}}},
-        {"outside", {{"temperature", -5.0}, {"surface_resistance", 0.04}, {"boundaries", {3}}}}}},
-      {"symmetry_factor", 2}};
+  json study = Study({{"1", 2.3}, {"2", 0.04}}, {{"room", Env(20.0, 0.13, {1})},
+                                                 {"upstairs", Env(15.0, 0.1, {2})},
+                                                 {"outside", Env(-5.0, 0.04, {3})}});
+  study["symmetry_factor"] = 2;
   const SolvedStudy solved = SolveStudy(ParseStudy(study, "three.json"), mesh);
   const json& s = solved.summary;
   const json& e = s["environments"];
@@ -158,12 +160,8 @@ TEST(StudyEngine, FineSectionInMetresKeepsItsHeatBalance) {
     if (n[1] > 0.5) return 2;
     return 0;
   });
-  const json study = {
-      {"mesh", "in memory"},
-      {"materials", {{"1", 0.029}, {"2", 1.15}, {"3", 0.12}, {"4", 230.0}}},
-      {"environments",
-       {{"inside", {{"temperature", 20.0}, {"surface_resistance", 0.11}, {"boundaries", {1}}}},
-        {"outside", {{"temperature", 0.0}, {"surface_resistance", 0.06}, {"boundaries", {2}}}}}}};
+  const json study = Study({{"1", 0.029}, {"2", 1.15}, {"3", 0.12}, {"4", 230.0}},
+                           {{"inside", Env(20.0, 0.11, {1})}, {"outside", Env(0.0, 0.06, {2})}});
   const json s = SolveStudy(ParseStudy(study, "section.json"), mesh).summary;
   const double in = s["environments"]["inside"]["heat_flow"].get<double>();
   const double out = s["environments"]["outside"]["heat_flow"].get<double>();
@@ -187,12 +185,8 @@ TEST(StudyEngine, CornerLayersJoinLikeTheSection) {
       return 1;
     return 0;
   };
-  const json study = {
-      {"mesh", "in memory"},
-      {"materials", {{"1", 0.8}}},
-      {"environments",
-       {{"inside", {{"temperature", 20.0}, {"surface_resistance", 0.13}, {"boundaries", {1}}}},
-        {"outside", {{"temperature", 0.0}, {"surface_resistance", 0.04}, {"boundaries", {2}}}}}}};
+  const json study =
+      Study({{"1", 0.8}}, {{"inside", Env(20.0, 0.13, {1})}, {"outside", Env(0.0, 0.04, {2})}});
   const StudyDefinition definition = ParseStudy(study, "corner.json");
   const MeshSizes sizes{0.01, 0.04, 1.4};
   const json section =
@@ -216,15 +210,12 @@ TEST(StudyEngine, CornerLayersJoinLikeTheSection) {
 // A study of a gmsh geometry by physical names, meshed by the tool, with chi against the plane
 // wall it is: chi = 0.
 TEST(StudyEngine, GeometryStudiedByPhysicalNames) {
-  const json study = {
-      {"geometry", "two_layers.geo"},
-      {"mesh_size", 0.1},
-      {"materials", {{"concrete", 2.3}, {"insulation", 0.04}}},
-      {"environments",
-       {{"inside", {{"temperature", 20}, {"surface_resistance", 0.13}, {"boundaries", {"warm"}}}},
-        {"outside",
-         {{"temperature", -5}, {"surface_resistance", 0.04}, {"boundaries", {"cold"}}}}}},
-      {"chi", {{"U", {1.0 / (0.13 + 0.2 / 2.3 + 0.1 / 0.04 + 0.04)}}, {"areas", {1.0}}}}};
+  json study = Study({{"concrete", 2.3}, {"insulation", 0.04}},
+                     {{"inside", Env(20, 0.13, {"warm"})}, {"outside", Env(-5, 0.04, {"cold"})}});
+  study.erase("mesh");
+  study["geometry"] = "two_layers.geo";
+  study["mesh_size"] = 0.1;
+  study["chi"] = {{"U", {1.0 / (0.13 + 0.2 / 2.3 + 0.1 / 0.04 + 0.04)}}, {"areas", {1.0}}};
   const json s = RunStudy(study, nullptr, BRINDLE_STUDY_TEST_DATA, "", "two_layers.json");
   EXPECT_EQ(s["dimension"], 3);
   EXPECT_NEAR(s["chi"]["value"].get<double>(), 0.0, 1e-6);

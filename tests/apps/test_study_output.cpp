@@ -1,91 +1,45 @@
-// What brindle-study writes: outlines, VTK and SVG files, and whole runs of a user study.
+// The command line, whole runs of a user study and the convergence check.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "block_mesher.h"
 #include "block_study_mesh.h"
-#include "geometry.h"
 #include "medit.h"
 #include "mesh_source.h"
 #include "options.h"
 #include "study.h"
 #include "study_engine.h"
-#include "svg_writer.h"
+#include "study_test_files.h"
 
 namespace brindle::study {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string ReadFile(const fs::path& path) {
-  std::ifstream in(path);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-// Two materials side by side in a 1 x 0.5 rectangle.
-TriMesh TwoMaterialStrip() {
-  const std::vector<Material> materials{{"a", 1.0, Role::kSolid}, {"b", 2.0, Role::kSolid}};
-  return MeshSection({{{0, 0, 0}, {0.4, 0.5, 0}, 0}, {{0.4, 0, 0}, {1.0, 0.5, 0}, 1}}, materials,
-                     {0.05, 0.1, 1.5});
-}
-
-fs::path ScratchFolder(const char* name) {
-  const fs::path folder = fs::temp_directory_path() / name;
-  fs::remove_all(folder);
-  fs::create_directories(folder);
-  return folder;
-}
-
-TEST(StudyOutput, OutlineFollowsTheBoundaryAndMaterialInterfaces) {
-  const TriMesh mesh = TwoMaterialStrip();
-  double length = 0.0;
-  for (const auto& edge : OutlineEdges(mesh)) {
-    const Point& a = mesh.points[edge[0]];
-    const Point& b = mesh.points[edge[1]];
-    length += Norm(b - a);
-    // Every outline edge lies on the rectangle's boundary or on the interface x = 0.4.
-    const bool vertical = a[0] == b[0] && (a[0] == 0.0 || a[0] == 0.4 || a[0] == 1.0);
-    const bool horizontal = a[1] == b[1] && (a[1] == 0.0 || a[1] == 0.5);
-    EXPECT_TRUE(vertical || horizontal);
-  }
-  EXPECT_NEAR(length, 2 * (1.0 + 0.5) + 0.5, 1e-12);
-}
-
-TEST(StudyOutput, SvgGroupsFacesByColorAndLabelsEachIsotherm) {
-  const TriMesh mesh = TwoMaterialStrip();
-  SvgPicture picture;
-  picture.title = {"a <title>"};
-  for (int region : mesh.region)
-    picture.faceColor.push_back(region ? Rgb{255, 0, 0} : Rgb{0, 0, 255});
-  picture.scale = FluxScale({1.0, 2.0}, {}, "W/m²");
-  picture.isotherms = {{"1.0 °C", {Segment{Point{0.2, 0, 0}, Point{0.2, 0.5, 0}}}},
-                       {"2.0 °C", {Segment{Point{0.7, 0, 0}, Point{0.7, 0.5, 0}}}},
-                       {"empty", {}}};
-  const fs::path folder = ScratchFolder("brindle-study-svg");
-  WriteSvg((folder / "a.svg").string(), mesh, picture);
-  const std::string text = ReadFile(folder / "a.svg");
-  auto count = [&](const std::string& what) {
-    std::size_t n = 0;
-    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1))
-      ++n;
-    return n;
+TEST(StudyOptions, BadArgumentsAreUsageErrors) {
+  const std::vector<std::vector<std::string>> bad = {
+      {"--frobnicate"},
+      {"--inside"},
+      {"--inside", "warm"},
+      {"--inside", "5", "--outside", "5"},
+      {"--refine", "9"},
+      {"--levels", "0"},
+      {"--only", "4d"},
+      {"--conductivity", "3=1"},  // needs --mesh
+      {"--mesh", "m.mesh", "--low", "1"},
+      {"--mesh", "m.mesh", "--low", "1", "--high", "2", "--conductivity", "3"},
+      {"--mesh", "m.mesh", "--low", "1", "--high", "2", "--conductivity", "3=-1"},
+      {"--mesh", "m.mesh", "--low", "x", "--high", "2"},
+      {"--section", "w=1"},
+      {"--section", "x="},
+      {"--section", "x=abc"},
   };
-  EXPECT_EQ(count("<path fill=\"#ff0000\""), 1u);
-  EXPECT_EQ(count("<path fill=\"#0000ff\""), 1u);
-  EXPECT_EQ(count(">1.0 °C</text>"), 1u);
-  EXPECT_EQ(count(">2.0 °C</text>"), 1u);
-  EXPECT_EQ(count(">empty<"), 0u);
-  EXPECT_EQ(count("a &lt;title&gt;"), 1u);
-  EXPECT_EQ(text.substr(text.size() - 7), "</svg>\n");
-  fs::remove_all(folder);
+  for (const auto& args : bad)
+    EXPECT_THROW(ParseOptions(args), UsageError) << args[0] << " " << args.back();
 }
 
 // A brick wall 0.2 m thick, 0.3 x 0.2 m, in millimetres beside its study file; then the same
@@ -124,11 +78,6 @@ TEST(StudyOutput, UserStudiesRunAMeshBesideThem) {
   EXPECT_EQ(summary["study"]["dimension"], 3);
   EXPECT_NEAR(summary["study"]["coupling_coefficients"]["inside"]["outside"].get<double>(), 240.0,
               1e-6);
-
-  // A damaged file fails the run with a message, not a crash.
-  std::ofstream(folder / "bad.mesh") << "MeshVersionFormatted 2\nDimension 3\nVertices 2\n0 0\n";
-  options.mesh = (folder / "bad.mesh").string();
-  EXPECT_EQ(RunStudy(options), 1);
 
   // A study that names a reference the mesh does not have fails with the file's references.
   std::ofstream(folder / "bad.json") << R"({"mesh": "wall.mesh", "materials": {"7": 1},

@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "report_page.h"
+#include "study_test_files.h"
 #include "terminal.h"
 
 namespace brindle::study {
@@ -15,35 +15,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string ReadFile(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-TEST(StudyRecords, ShellWordsSurviveAShell) {
-  EXPECT_EQ(ShellQuote("1=2.3"), "1=2.3");
-  EXPECT_EQ(ShellQuote(""), "''");
-  EXPECT_EQ(ShellCommand({"brindle-study", "--mesh", "my wall.mesh"}),
-            "brindle-study --mesh 'my wall.mesh'");
 #if !defined(_WIN32)
-  // The shell gives the words back unchanged.
-  const std::vector<std::string> words{"a b", "it's", "$x;rm", "*", "\"q\"", "back\\slash"};
-  const std::string command = "printf '%s|' " + ShellCommand(words);
-  FILE* shell = popen(command.c_str(), "r");
+// Commands the tool prints paste into a shell: the shell gives every word back unchanged.
+TEST(StudyRecords, ShellWordsSurviveAShell) {
+  const std::vector<std::string> words{"a b", "it's", "$x;rm", "*", "\"q\"", "back\\slash", ""};
+  FILE* shell = popen(("printf '%s|' " + ShellCommand(words)).c_str(), "r");
   ASSERT_NE(shell, nullptr);
   char buffer[256] = {};
   const std::size_t n = std::fread(buffer, 1, sizeof buffer - 1, shell);
   pclose(shell);
-  EXPECT_EQ(std::string(buffer, n), "a b|it's|$x;rm|*|\"q\"|back\\slash|");
-#endif
+  EXPECT_EQ(std::string(buffer, n), "a b|it's|$x;rm|*|\"q\"|back\\slash||");
 }
+#endif
 
 TEST(StudyRecords, LibraryOutputGoesToTheLogAndTheTerminalComesBack) {
-  const fs::path folder = fs::temp_directory_path() / "brindle-study-log";
-  fs::remove_all(folder);
-  fs::create_directories(folder);
+  const fs::path folder = ScratchFolder("brindle-study-log");
   const std::string log = (folder / "library.log").string();
   testing::internal::CaptureStdout();
   std::printf("before\n");
@@ -66,9 +52,7 @@ TEST(StudyRecords, LibraryOutputGoesToTheLogAndTheTerminalComesBack) {
 }
 
 TEST(StudyRecords, ReportPageHoldsInputsResultsChecksAndPicturesInline) {
-  const fs::path folder = fs::temp_directory_path() / "brindle-study-report";
-  fs::remove_all(folder);
-  fs::create_directories(folder);
+  const fs::path folder = ScratchFolder("brindle-study-report");
   std::ofstream(folder / "d-flux.svg") << "<svg xmlns=\"http://www.w3.org/2000/svg\">flux</svg>\n";
   std::ofstream(folder / "d.svg") << "<?xml version=\"1.0\"?>\n<svg>temperature</svg>\n";
   std::ofstream(folder / "e.svg") << "<svg>other study</svg>\n";

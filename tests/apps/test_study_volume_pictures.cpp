@@ -74,7 +74,6 @@ TEST(StudyVolumePictures, CutsAreWholeConformingAndInterpolateExactly) {
     EXPECT_NEAR(outline, 2 * (w + h) + breaks, 1e-9) << PlaneName(c.plane);
   }
   EXPECT_TRUE(CutTetMesh(mesh, values, {0, 0.5}).mesh.triangles.empty());
-  EXPECT_EQ(PlaneName({1, -0.25}), "y = -0.250 m");
 }
 
 TEST(StudyVolumePictures, ChosenSectionCrossesTheSurfaceEvenAtTheModelsEdge) {
@@ -108,11 +107,8 @@ TEST(StudyVolumePictures, EnvironmentFacesPointOutOfTheSolidAndFaceTheViewer) {
     scene.points = mesh.points;
     scene.triangles = faces;
     const Point view = ViewDirection(scene);
-    EXPECT_GT(Dot(view, outward), 0.7);  // from the environment's side, a little oblique
-    const auto [right, up] = ScreenAxes(view);
-    EXPECT_NEAR(Dot(right, view), 0.0, 1e-12);
-    EXPECT_NEAR(Dot(up, view), 0.0, 1e-12);
-    EXPECT_GT(up[2], 0.0);  // z stays up
+    EXPECT_GT(Dot(view, outward), 0.7);      // from the environment's side, a little oblique
+    EXPECT_GT(ScreenAxes(view)[1][2], 0.0);  // z stays up
     const std::vector<int> order = PaintOrder(scene, view);
     ASSERT_EQ(order.size(), faces.size());
     auto depth = [&](int f) {
@@ -129,8 +125,6 @@ TEST(StudyVolumePictures, EnvironmentFacesPointOutOfTheSolidAndFaceTheViewer) {
     const std::string svg = SurfaceSvgText(scene);
     EXPECT_EQ(svg.find(" °C</text>"), std::string::npos);
   }
-  EXPECT_EQ(FileStem("Room 1 (heated)"), "room-1-heated");
-  EXPECT_EQ(FileStem("§"), "environment");
 }
 
 }  // namespace

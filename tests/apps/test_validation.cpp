@@ -1,5 +1,5 @@
-// The reference cases as the validation builds them (series, geometry, materials, boundary
-// tags) and the verdicts it draws from a study's figures.
+// The reference cases as the validation builds them (geometry, materials, boundary tags) and
+// the verdicts it draws from a study's figures.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -7,7 +7,6 @@
 #include <map>
 
 #include "geometry.h"
-#include "study_engine.h"
 #include "study_file.h"
 #include "validation.h"
 
@@ -15,22 +14,6 @@ namespace brindle::study {
 namespace {
 
 using nlohmann::json;
-
-TEST(SquareColumnSeries, ReproducesTheUnroundedTableAndItsSymmetry) {
-  const double rows[7][4] = {{9.658, 13.379, 14.729, 15.085}, {5.252, 8.641, 10.316, 10.811},
-                             {3.189, 5.609, 7.014, 7.465},    {2.014, 3.641, 4.658, 5.000},
-                             {1.262, 2.309, 2.986, 3.219},    {0.740, 1.359, 1.767, 1.908},
-                             {0.342, 0.630, 0.820, 0.886}};
-  const std::vector<GridPoint> grid = SquareColumnGrid();
-  ASSERT_EQ(grid.size(), 28u);
-  for (std::size_t i = 0; i < grid.size(); ++i) {
-    const GridPoint& p = grid[i];
-    EXPECT_NEAR(SquareColumnTemperature(p.x, p.y), rows[i / 4][i % 4], 6e-4) << p.label;
-    EXPECT_NEAR(p.table, rows[i / 4][i % 4], 0.05 + 1e-9) << p.label;
-    EXPECT_NEAR(SquareColumnTemperature(1.0 - p.x, p.y), SquareColumnTemperature(p.x, p.y), 1e-9);
-  }
-  EXPECT_NEAR(SquareColumnTemperature(0.3, 0.0), 0.0, 1e-12);
-}
 
 // Measure (area or volume) of a case's elements per material name and of its boundary
 // elements per environment name, in the case's length unit.
@@ -107,27 +90,6 @@ TEST(ValidationCases, BuildTheirMaterialsAndTagTheirEnvironments) {
     ExpectMeasures(m.materials, expected[i].materials, cases[i].id + " materials");
     ExpectMeasures(m.environments, expected[i].environments, cases[i].id + " boundaries");
   }
-}
-
-// The sections run through the engine on their coarsest meshes already meet their figures.
-TEST(ValidationCases, SectionsPassThroughTheEngineOnTheCoarsestMesh) {
-  for (const ValidationCase& c : ValidationCases()) {
-    const CaseStudy study = c.build(0);
-    if (study.mesh.dimension != 2) continue;
-    const json summary = SolveStudy(ParseStudy(study.study, c.id), study.mesh).summary;
-    for (const CheckRow& row : c.checks(summary))
-      EXPECT_TRUE(row.Passes()) << c.id << " " << row.quantity << " " << row.computed;
-  }
-}
-
-TEST(CheckRow, JudgesAbsoluteRelativeAndInformativeTolerances) {
-  EXPECT_TRUE((CheckRow{"t", 7.19, 7.1, 0.1, false, "C"}.Passes()));
-  EXPECT_FALSE((CheckRow{"t", 7.21, 7.1, 0.1, false, "C"}.Passes()));
-  EXPECT_TRUE((CheckRow{"q", 0.5453, 0.540, 0.01, true, "W"}.Passes()));
-  EXPECT_FALSE((CheckRow{"q", 0.5456, 0.540, 0.01, true, "W"}.Passes()));
-  CheckRow info{"change", 11.0, 0.0, 1.0, false, "%"};
-  info.informative = true;
-  EXPECT_TRUE(info.Passes());
 }
 
 // A stand-in engine whose flow grows by `growth` per level, to test the convergence rule.
