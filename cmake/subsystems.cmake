@@ -75,18 +75,15 @@ function(brindle_subsystem_closure out)
   set(${out} ${_closure} PARENT_SCOPE)
 endfunction()
 
-# brindle_link_subsystem(<target> <subsystem> [CALLS <subsystem>...]): a program testing or
-# measuring one subsystem's internals. It sees that subsystem's headers (and those of its
-# declared dependencies) and links the objects of everything the subsystem needs. CALLS names
-# further subsystems whose exports it calls through the public header: their objects are linked,
-# their headers stay out of reach.
+# brindle_link_subsystem(<target> <subsystem>): a program testing or measuring one subsystem's
+# internals. It sees that subsystem's headers (and those of its declared dependencies) and links
+# the objects of everything the subsystem needs.
 function(brindle_link_subsystem target name)
-  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "CALLS")
   if(NOT TARGET brindle_${name})
     message(FATAL_ERROR "${target}: no subsystem named ${name}")
   endif()
   target_link_libraries(${target} PRIVATE brindle_${name})
-  brindle_subsystem_closure(_closure ${name} ${arg_CALLS})
+  brindle_subsystem_closure(_closure ${name})
   list(REMOVE_ITEM _closure ${name})
   foreach(_other IN LISTS _closure)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:brindle_${_other}>)
