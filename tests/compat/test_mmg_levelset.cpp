@@ -8,6 +8,7 @@
 #include <cmath>
 #include <functional>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "compat/mmg_support.h"
@@ -81,30 +82,26 @@ void StorePoints(const std::vector<double>& xyz, CutMesh<N>& out) {
     out.points.emplace_back(xyz[i], xyz[i + 1], xyz[i + 2]);
 }
 
+// Loads `in` with the level set `values` into `handles` and cuts it as brindle does.
+template <const Api& kApi>
+int LoadAndCut(Handles<kApi>& handles, const ON_Mesh& in, std::vector<double> values,
+               std::vector<MMG5_int> pointRefs, std::vector<MMG5_int> elementRefs) {
+  handles.SetCutOptions();
+  pointRefs.resize(in.m_dV.Count(), 0);
+  elementRefs.resize(in.FaceCount(), 0);
+  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, kApi.corners), pointRefs.data(),
+                            elementRefs.data()));
+  handles.SetLevelSet(std::move(values));
+  EXPECT_EQ(1, kApi.check(handles.mesh, handles.ls));
+  return handles.Cut();
+}
+
 CutVolume CutWithMmg3d(const ON_Mesh& in, std::vector<double> values,
                        std::vector<MMG5_int> pointRefs = {}, std::vector<MMG5_int> tetRefs = {}) {
   Mesh3d handles;
   MMG5_pMesh mesh = handles.mesh;
-  MMG5_pSol ls = handles.ls;
-  MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_iso, 1);
-  MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_nreg, 0);
-  MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_noinsert, 1);
-  MMG3D_Set_iparameter(mesh, ls, MMG3D_DPARAM_hausd, 0);
-  MMG3D_Set_dparameter(mesh, ls, MMG3D_DPARAM_hgrad, 20.0);
-  MMG3D_Set_dparameter(mesh, ls, MMG3D_DPARAM_hmax, 0.01);
-  MMG3D_Set_dparameter(mesh, ls, MMG3D_DPARAM_hmax, 1.0);
-  MMG3D_Set_iparameter(mesh, ls, MMG3D_IPARAM_angle, 0);
-
-  const MMG5_int np = in.m_dV.Count(), ne = in.FaceCount();
-  pointRefs.resize(np, 0);
-  tetRefs.resize(ne, 0);
-  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, 4), pointRefs.data(), tetRefs.data()));
-  EXPECT_EQ(1, MMG3D_Set_solSize(mesh, ls, MMG5_Vertex, np, MMG5_Scalar));
-  EXPECT_EQ(1, MMG3D_Set_scalarSols(ls, values.data()));
-  EXPECT_EQ(1, MMG3D_Chk_meshData(mesh, ls));
-
   CutVolume out;
-  out.status = MMG3D_mmg3dls(mesh, ls, nullptr);
+  out.status = LoadAndCut(handles, in, std::move(values), std::move(pointRefs), std::move(tetRefs));
   MMG5_int onp = 0, one = 0, onprism = 0, ont = 0, onquad = 0;
   MMG3D_Get_meshSize(mesh, &onp, &one, &onprism, &ont, &onquad, &out.na);
   std::vector<double> oxyz(3 * onp);
@@ -130,26 +127,8 @@ CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
                        std::vector<MMG5_int> pointRefs = {}) {
   MeshS handles;
   MMG5_pMesh mesh = handles.mesh;
-  MMG5_pSol ls = handles.ls;
-  MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_iso, 1);
-  MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_nreg, 0);
-  MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_noinsert, 1);
-  MMGS_Set_iparameter(mesh, ls, MMGS_DPARAM_hausd, 0);
-  MMGS_Set_dparameter(mesh, ls, MMGS_DPARAM_hgrad, 20.0);
-  MMGS_Set_dparameter(mesh, ls, MMGS_DPARAM_hmax, 0.01);
-  MMGS_Set_dparameter(mesh, ls, MMGS_DPARAM_hmax, 1.0);
-  MMGS_Set_iparameter(mesh, ls, MMGS_IPARAM_angle, 0);
-
-  const MMG5_int np = in.m_dV.Count(), nt = in.FaceCount();
-  pointRefs.resize(np, 0);
-  std::vector<MMG5_int> triRefs(nt, 0);
-  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, 3), pointRefs.data(), triRefs.data()));
-  EXPECT_EQ(1, MMGS_Set_solSize(mesh, ls, MMG5_Vertex, np, MMG5_Scalar));
-  EXPECT_EQ(1, MMGS_Set_scalarSols(ls, values.data()));
-  EXPECT_EQ(1, MMGS_Chk_meshData(mesh, ls));
-
   CutSurface out;
-  out.status = MMGS_mmgsls(mesh, ls, nullptr);
+  out.status = LoadAndCut(handles, in, std::move(values), std::move(pointRefs), {});
   MMG5_int onp = 0, ont = 0;
   MMGS_Get_meshSize(mesh, &onp, &ont, &out.na);
   std::vector<double> oxyz(3 * onp);
@@ -168,21 +147,16 @@ CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
 
 // Status of a level-set call on raw arrays; the solution is sized to `values`, or left unset
 // when there are none.
-int LevelSetStatus(bool volume, std::vector<double> xyz, std::vector<MMG5_int> elements,
+template <const Api& kApi>
+int LevelSetStatus(std::vector<double> xyz, std::vector<MMG5_int> elements,
                    std::vector<double> values) {
-  const MMG5_int ns = static_cast<MMG5_int>(values.size());
-  if (volume) {
-    Mesh3d m;
-    m.Load(xyz, elements);
-    if (ns) MMG3D_Set_solSize(m.mesh, m.ls, MMG5_Vertex, ns, MMG5_Scalar);
-    if (ns) MMG3D_Set_scalarSols(m.ls, values.data());
-    return MMG3D_mmg3dls(m.mesh, m.ls, nullptr);
+  Handles<kApi> m;
+  m.Load(std::move(xyz), std::move(elements));
+  if (!values.empty()) {
+    kApi.setSolSize(m.mesh, m.ls, MMG5_Vertex, static_cast<MMG5_int>(values.size()), MMG5_Scalar);
+    kApi.setScalars(m.ls, values.data());
   }
-  MeshS m;
-  m.Load(xyz, elements);
-  if (ns) MMGS_Set_solSize(m.mesh, m.ls, MMG5_Vertex, ns, MMG5_Scalar);
-  if (ns) MMGS_Set_scalarSols(m.ls, values.data());
-  return MMGS_mmgsls(m.mesh, m.ls, nullptr);
+  return m.Cut();
 }
 
 // Faces and their owners, the outer boundary and the interface as the tetrahedra define them.
@@ -267,16 +241,17 @@ TEST(MmgCompatLevelSet, FailureReturns) {
   const std::vector<double> corner = {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1};
   std::vector<double> fifth = corner;
   fifth.insert(fifth.end(), {1, 1, 1});
-  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, corner, {0, 1, 2, 3}, {}));  // no values
-  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, fifth, {0, 1, 2, 3}, {1, 1, 1, -1}));
-  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(true, {0, 0, 0, 1, 0, 0}, {}, {1, -1}));
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus<kVolume>(corner, {0, 1, 2, 3}, {}));  // no values
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus<kVolume>(fifth, {0, 1, 2, 3}, {1, 1, 1, -1}));
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus<kVolume>({0, 0, 0, 1, 0, 0}, {}, {1, -1}));
   // A flat element stops the setter, and the cut then fails on the input quality.
-  EXPECT_EQ(MMG5_LOWFAILURE, LevelSetStatus(true, {0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0},
-                                            {1, 2, 3, 4}, {1, 1, 1, -1}));
+  EXPECT_EQ(MMG5_LOWFAILURE, LevelSetStatus<kVolume>({0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0},
+                                                     {1, 2, 3, 4}, {1, 1, 1, -1}));
 
   const std::vector<double> square = {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0};
-  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(false, square, {0, 1, 2, 0, 2, 3}, {1, -1, 1}));
-  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus(false, {0, 0, 0, 1, 0, 0, 1, 1, 0}, {0, 1, 2}, {}));
+  EXPECT_EQ(MMG5_STRONGFAILURE, LevelSetStatus<kSurface>(square, {0, 1, 2, 0, 2, 3}, {1, -1, 1}));
+  EXPECT_EQ(MMG5_STRONGFAILURE,
+            LevelSetStatus<kSurface>({0, 0, 0, 1, 0, 0, 1, 1, 0}, {0, 1, 2}, {}));
   // A degenerate triangle fails the input quality test but leaves a usable mesh.
   ON_Mesh flat = SquarePlate(1);
   AddVertex(flat, 2, 0, 0);
