@@ -161,17 +161,16 @@ TEST(OpenNurbsMeshCull, NoFaceLeftDestroysTheMeshAndItsUserStrings) {
   AddVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
   mesh.m_C.Append(ON_Color(1, 1, 1));
   mesh.SetUserString(L"k", L"v");
+  ON_Mesh verticesOnly(mesh);
   mesh.m_F.Append(Face(-1, -1, -1, -1));
   mesh.m_F.Append(Face(0, 1, 1, 1));
   EXPECT_EQ(mesh.CullDegenerateFaces(), 2u);
   EXPECT_EQ(mesh.VertexCount(), 0);
   EXPECT_EQ(mesh.m_C.Count(), 0);
   EXPECT_EQ(mesh.UserStringCount(), 0);
-
-  ON_Mesh faces_only;
-  faces_only.m_F.Append(Face(0, 1, 2, 2));
-  EXPECT_EQ(faces_only.CullDegenerateFaces(), 0u);  // no vertices: nothing happens
-  EXPECT_EQ(faces_only.FaceCount(), 1);
+  EXPECT_TRUE(verticesOnly.Compact());
+  EXPECT_EQ(verticesOnly.VertexCount(), 0);
+  EXPECT_EQ(verticesOnly.UserStringCount(), 0);
 }
 
 TEST(OpenNurbsMeshCull, InvalidDoubleVerticesAreParkedAtDoubleMax) {
@@ -202,25 +201,13 @@ TEST(OpenNurbsMeshCompact, DropsMismatchedArraysAndUnusedVerticesInOrder) {
   EXPECT_EQ(mesh.m_V.Capacity(), 3);
 }
 
-TEST(OpenNurbsMeshCompact, AMeshWithoutFacesIsDestroyed) {
-  ON_Mesh vertices_only;
-  AddVertices(vertices_only, {{0, 0, 0}, {1, 0, 0}});
-  vertices_only.SetUserString(L"k", L"v");
-  EXPECT_TRUE(vertices_only.Compact());
-  EXPECT_EQ(vertices_only.VertexCount(), 0);
-  EXPECT_EQ(vertices_only.UserStringCount(), 0);
-
-  ON_Mesh empty;
-  empty.SetUserString(L"k", L"v");
-  EXPECT_EQ(empty.CullUnusedVertices(), 0);
-  EXPECT_EQ(empty.UserStringCount(), 0);
-
-  ON_Mesh out_of_range;
-  AddVertices(out_of_range, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {5, 5, 5}});
-  out_of_range.SetTriangle(0, 0, 1, 2);
-  out_of_range.m_F.Append(Face(0, 1, 7, 7));
-  EXPECT_EQ(out_of_range.CullUnusedVertices(), 1);
-  EXPECT_EQ(out_of_range.FaceCount(), 1);
+TEST(OpenNurbsMeshCompact, FacesWithOutOfRangeIndicesAreDropped) {
+  ON_Mesh mesh;
+  AddVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {5, 5, 5}});
+  mesh.SetTriangle(0, 0, 1, 2);
+  mesh.m_F.Append(Face(0, 1, 7, 7));
+  EXPECT_EQ(mesh.CullUnusedVertices(), 1);
+  EXPECT_EQ(mesh.FaceCount(), 1);
 }
 
 TEST(OpenNurbsMeshNormals, FaceAndVertexNormals) {
@@ -246,11 +233,11 @@ TEST(OpenNurbsMeshNormals, FaceAndVertexNormals) {
   EXPECT_TRUE(degenerate.ComputeFaceNormals());
   EXPECT_EQ(degenerate.m_FN[0], ON_3fVector(0, 0, 0));
 
-  ON_Mesh no_faces;
-  no_faces.m_FN.Append(ON_3fVector(0, 0, 1));
-  EXPECT_FALSE(no_faces.ComputeFaceNormals());
-  EXPECT_EQ(no_faces.m_FN.Count(), 0);
-  EXPECT_FALSE(no_faces.ComputeVertexNormals());
+  ON_Mesh noFaces;
+  noFaces.m_FN.Append(ON_3fVector(0, 0, 1));
+  EXPECT_FALSE(noFaces.ComputeFaceNormals());
+  EXPECT_EQ(noFaces.m_FN.Count(), 0);
+  EXPECT_FALSE(noFaces.ComputeVertexNormals());
 }
 
 }  // namespace

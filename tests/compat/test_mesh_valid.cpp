@@ -115,10 +115,10 @@ TEST(OpenNurbsMeshIsValid, StructuralChecksComeFirst) {
   EXPECT_EQ(ValidityMessage(mesh), L"ON_Mesh.m_dV[] has wrong size.\n");
   mesh.m_dV.SetCount(0);
 
-  ON_Mesh two_vertices;
-  AddFloatVertices(two_vertices, {{0, 0, 0}, {1, 0, 0}});
-  two_vertices.m_F.Append(Face(0, 1, 1, 1));
-  EXPECT_EQ(ValidityMessage(two_vertices), L"ON_Mesh.m_V.Count() < 3 (should be at least 3).\n");
+  ON_Mesh twoVertices;
+  AddFloatVertices(twoVertices, {{0, 0, 0}, {1, 0, 0}});
+  twoVertices.m_F.Append(Face(0, 1, 1, 1));
+  EXPECT_EQ(ValidityMessage(twoVertices), L"ON_Mesh.m_V.Count() < 3 (should be at least 3).\n");
 }
 
 TEST(OpenNurbsMeshIsValid, DoubleListMustMatchAndOptionalArraysMustFit) {
