@@ -81,10 +81,6 @@ TEST(OpenNurbsSimpleArray, SetCountStaysWithinCapacityAndFreshSlotsAreZero) {
   a.Empty();
   a.SetCount(4);
   EXPECT_EQ(a[3], 0);  // Empty wipes
-  a.Remove(1);
-  EXPECT_EQ(a.Count(), 3);
-  a.SetCount(4);
-  EXPECT_EQ(a[3], 0);  // Remove zeroes the vacated slot
   // The pointer conversion is null for an empty array, Array() is not.
   ON_SimpleArray<int> b(2);
   EXPECT_EQ(static_cast<int*>(b), nullptr);

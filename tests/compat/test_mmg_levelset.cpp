@@ -36,16 +36,16 @@ struct CutMesh {
   double SignedVolume(std::size_t k) const {
     return SixVolume(At(k, 0), At(k, 1), At(k, 2), At(k, 3)) / 6.0;
   }
-  double VolumeOf(MMG5_int ref) const {
+  // Total signed volume (tetrahedra) or area (triangles) of the elements with reference `ref`.
+  double MeasureOf(MMG5_int ref) const {
     double sum = 0.0;
-    for (std::size_t k = 0; k < elements.size(); ++k)
-      if (elementRefs[k] == ref) sum += SignedVolume(k);
-    return sum;
-  }
-  double AreaOf(MMG5_int ref) const {
-    double sum = 0.0;
-    for (std::size_t i = 0; i < elements.size(); ++i)
-      if (elementRefs[i] == ref) sum += TriangleArea(At(i, 0), At(i, 1), At(i, 2));
+    for (std::size_t k = 0; k < elements.size(); ++k) {
+      if (elementRefs[k] != ref) continue;
+      if constexpr (Corners == 4)
+        sum += SignedVolume(k);
+      else
+        sum += TriangleArea(At(k, 0), At(k, 1), At(k, 2));
+    }
     return sum;
   }
   ON_3dVector Normal(const std::array<MMG5_int, 3>& t) const {
@@ -312,7 +312,7 @@ void CheckCutCube(const CutVolume& cut, const Level& level, double interfaceTole
   ASSERT_EQ(MMG5_SUCCESS, cut.status);
   for (std::size_t k = 0; k < cut.elements.size(); ++k)
     ASSERT_GT(cut.SignedVolume(k), 0.0);
-  EXPECT_NEAR(8.0, cut.VolumeOf(MG_PLUS) + cut.VolumeOf(MG_MINUS), kTotalVolumeTolerance);
+  EXPECT_NEAR(8.0, cut.MeasureOf(MG_PLUS) + cut.MeasureOf(MG_MINUS), kTotalVolumeTolerance);
 
   const FaceCensus census = CensusOf(cut);
   EXPECT_EQ(0, census.overused);
@@ -352,7 +352,7 @@ TEST(MmgCompatLevelSet3d, CubeCutByPlaneOrSphereIsConforming) {
   // Cut points interpolate the level set linearly along edges of length L <= h*sqrt(3), so
   // they sit within L^2 / (8 r) = 0.034 of the sphere.
   CheckCutCube(cut, sphere, 0.034);
-  EXPECT_NEAR(4.0 / 3.0 * 3.141592653589793 * 0.343, cut.VolumeOf(MG_MINUS), 0.1);
+  EXPECT_NEAR(4.0 / 3.0 * 3.141592653589793 * 0.343, cut.MeasureOf(MG_MINUS), 0.1);
 }
 
 TEST(MmgCompatLevelSetSurface, PlateCutAcrossTriangles) {
@@ -362,14 +362,11 @@ TEST(MmgCompatLevelSetSurface, PlateCutAcrossTriangles) {
   EXPECT_EQ(34u, cut.points.size());
   EXPECT_EQ(48u, cut.elements.size());
   EXPECT_EQ(26, cut.na);  // 18 boundary edges + 8 interface edges
-  EXPECT_NEAR(0.63, cut.AreaOf(MG_PLUS), 1e-12);
-  EXPECT_NEAR(0.37, cut.AreaOf(MG_MINUS), 1e-12);
-  // New vertices lie on the line and carry the interface reference.
-  for (std::size_t i = 0; i < cut.points.size(); ++i) {
-    EXPECT_EQ(i < 25 ? 0 : MG_ISO, cut.pointRefs[i]);
-    if (i >= 25) {
-      EXPECT_NEAR(0.37, cut.points[i].x, 1e-15);
-    }
+  EXPECT_NEAR(0.63, cut.MeasureOf(MG_PLUS), 1e-12);
+  EXPECT_NEAR(0.37, cut.MeasureOf(MG_MINUS), 1e-12);
+  for (std::size_t i = 25; i < cut.points.size(); ++i) {  // new vertices: on the line, interface
+    EXPECT_EQ(MG_ISO, cut.pointRefs[i]);
+    EXPECT_NEAR(0.37, cut.points[i].x, 1e-15);
   }
   // The array setter flips the input, and the cut keeps the stored orientation.
   for (const auto& t : cut.elements)
