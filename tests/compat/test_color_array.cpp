@@ -1,4 +1,4 @@
-// ON_Color byte order and transparency, and ON_SimpleArray's growth and copy rules.
+// ON_Color byte order and transparency, and ON_SimpleArray growth and counts.
 
 #include <gtest/gtest.h>
 
@@ -51,24 +51,6 @@ TEST(OpenNurbsSimpleArray, AppendOfOwnElementSurvivesReallocation) {
   a.Append(a.Count(), a.Array());
   EXPECT_EQ(a.Count(), 10);
   EXPECT_EQ(a[9], 1.5);
-}
-
-TEST(OpenNurbsSimpleArray, CopiesAreSizedToTheSourceCount) {
-  ON_SimpleArray<int> a(4);
-  a.Append(7);
-  const ON_SimpleArray<int> copy(a);
-  EXPECT_EQ(copy.Capacity(), 1);
-
-  ON_SimpleArray<int> big(20);
-  big.Append(1);
-  big = ON_SimpleArray<int>();
-  EXPECT_EQ(big.Capacity(), 0);  // a moved-in empty array replaces the buffer...
-  ON_SimpleArray<int> kept(20);
-  kept.Append(1);
-  const ON_SimpleArray<int> empty;
-  kept = empty;
-  EXPECT_EQ(kept.Count(), 0);
-  EXPECT_EQ(kept.Capacity(), 20);  // ...a copied one only resets the count
 }
 
 TEST(OpenNurbsSimpleArray, SetCountStaysWithinCapacityAndFreshSlotsAreZero) {

@@ -115,18 +115,6 @@ TEST(OpenNurbsMeshFaces, QuadAndTriangleCountsAreCachedUntilTheFaceCountChanges)
   EXPECT_EQ(copy.QuadCount(), 1);
 }
 
-TEST(OpenNurbsMeshCopies, DuplicateIsDeepAndSizedToCounts) {
-  ON_Mesh mesh(10, 10, false, false);
-  MakeTwoTriangles(mesh);
-  ON_Mesh* copy = mesh.Duplicate();
-  ASSERT_NE(copy, nullptr);
-  EXPECT_EQ(copy->m_V.Capacity(), 4);
-  EXPECT_EQ(copy->m_dV.Count(), 4);
-  mesh.m_V[0] = ON_3fPoint(7, 7, 7);
-  EXPECT_EQ(copy->m_V[0], ON_3fPoint(0, 0, 0));
-  delete copy;
-}
-
 TEST(OpenNurbsMeshBox, NeedsAFaceIsCachedAndSkipsNanUnlessItComesFirst) {
   ON_Mesh mesh;
   AddVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {5, 5, 5}});
