@@ -16,7 +16,6 @@ TEST(OpenNurbsString, EmptyIsNullArrayAndUtf8IsDecoded) {
   EXPECT_EQ(s.Length(), 6);
   EXPECT_EQ(s.Array()[5], static_cast<wchar_t>(0x20AC));
   EXPECT_FALSE(ON_wString(L"abc") == L"ABC");
-  EXPECT_EQ(ON_wString(L"abc").CompareOrdinal(L"ABC", true), 0);
 }
 
 TEST(OpenNurbsTextLog, AppendsToTheGivenStringAndIndentsFollowingLines) {
