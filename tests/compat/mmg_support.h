@@ -71,18 +71,18 @@ inline constexpr Api kSurface = {
     MMGS_DPARAM_hgrad,
     MMGS_DPARAM_hmax};
 
-template <const Api& kApi>
+template <const Api& Library>
 struct Handles {
   MMG5_pMesh mesh = nullptr;
   MMG5_pSol met = nullptr;
   MMG5_pSol ls = nullptr;
   Handles() {
-    EXPECT_EQ(1, kApi.init(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met,
-                           MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
+    EXPECT_EQ(1, Library.init(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met,
+                              MMG5_ARG_ppLs, &ls, MMG5_ARG_end));
   }
   ~Handles() {
-    kApi.freeAll(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met, MMG5_ARG_ppLs, &ls,
-                 MMG5_ARG_end);
+    Library.freeAll(MMG5_ARG_start, MMG5_ARG_ppMesh, &mesh, MMG5_ARG_ppMet, &met, MMG5_ARG_ppLs,
+                    &ls, MMG5_ARG_end);
   }
   Handles(const Handles&) = delete;
   Handles& operator=(const Handles&) = delete;
@@ -92,31 +92,31 @@ struct Handles {
   int Load(std::vector<double> xyz, std::vector<MMG5_int> elements, MMG5_int* vertexRefs = nullptr,
            MMG5_int* elementRefs = nullptr) {
     const auto np = static_cast<MMG5_int>(xyz.size() / 3);
-    const auto ne = static_cast<MMG5_int>(elements.size() / kApi.corners);
-    EXPECT_EQ(1, kApi.setSize(mesh, np, ne));
-    EXPECT_EQ(1, kApi.setVertices(mesh, xyz.data(), vertexRefs));
+    const auto ne = static_cast<MMG5_int>(elements.size() / Library.corners);
+    EXPECT_EQ(1, Library.setSize(mesh, np, ne));
+    EXPECT_EQ(1, Library.setVertices(mesh, xyz.data(), vertexRefs));
     for (MMG5_int& v : elements)
       ++v;
-    return ne == 0 ? 1 : kApi.setElements(mesh, elements.data(), elementRefs);
+    return ne == 0 ? 1 : Library.setElements(mesh, elements.data(), elementRefs);
   }
   // Sizes the level-set solution to `values` and fills it.
   void SetLevelSet(std::vector<double> values) {
-    EXPECT_EQ(1, kApi.setSolSize(mesh, ls, MMG5_Vertex, static_cast<MMG5_int>(values.size()),
-                                 MMG5_Scalar));
-    EXPECT_EQ(1, kApi.setScalars(ls, values.data()));
+    EXPECT_EQ(1, Library.setSolSize(mesh, ls, MMG5_Vertex, static_cast<MMG5_int>(values.size()),
+                                    MMG5_Scalar));
+    EXPECT_EQ(1, Library.setScalars(ls, values.data()));
   }
   // The options brindle's level-set cut sets, in its order.
   void SetCutOptions() {
-    kApi.setI(mesh, ls, kApi.iso, 1);
-    kApi.setI(mesh, ls, kApi.nreg, 0);
-    kApi.setI(mesh, ls, kApi.noinsert, 1);
-    kApi.setI(mesh, ls, kApi.hausd, 0);
-    kApi.setD(mesh, ls, kApi.hgrad, 20.0);
-    kApi.setD(mesh, ls, kApi.hmax, 0.01);
-    kApi.setD(mesh, ls, kApi.hmax, 1.0);
-    kApi.setI(mesh, ls, kApi.angle, 0);
+    Library.setI(mesh, ls, Library.iso, 1);
+    Library.setI(mesh, ls, Library.nreg, 0);
+    Library.setI(mesh, ls, Library.noinsert, 1);
+    Library.setI(mesh, ls, Library.hausd, 0);
+    Library.setD(mesh, ls, Library.hgrad, 20.0);
+    Library.setD(mesh, ls, Library.hmax, 0.01);
+    Library.setD(mesh, ls, Library.hmax, 1.0);
+    Library.setI(mesh, ls, Library.angle, 0);
   }
-  int Cut() { return kApi.cut(mesh, ls, nullptr); }
+  int Cut() { return Library.cut(mesh, ls, nullptr); }
 };
 
 using Mesh3d = Handles<kVolume>;

@@ -40,12 +40,12 @@ TEST(OpenNurbsMeshFace, IndexValidity) {
 
 TEST(OpenNurbsMeshFace, LocationValidityIsExactDistinctness) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  const ON_3dPoint V[] = {ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(2, 0, 0),
-                          ON_3dPoint(0, 0, 0), ON_3dPoint(nan, 0, 0)};
-  EXPECT_TRUE(Face(0, 1, 2, 2).IsValid(5, V));  // collinear is fine
-  EXPECT_FALSE(Face(0, 1, 3, 3).IsValid(5, V));
-  EXPECT_FALSE(Face(0, 1, 2, 3).IsValid(5, V));
-  EXPECT_TRUE(Face(0, 1, 4, 4).IsValid(5, V));  // NaN counts as distinct
+  const ON_3dPoint vertices[] = {ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(2, 0, 0),
+                                 ON_3dPoint(0, 0, 0), ON_3dPoint(nan, 0, 0)};
+  EXPECT_TRUE(Face(0, 1, 2, 2).IsValid(5, vertices));  // collinear is fine
+  EXPECT_FALSE(Face(0, 1, 3, 3).IsValid(5, vertices));
+  EXPECT_FALSE(Face(0, 1, 2, 3).IsValid(5, vertices));
+  EXPECT_TRUE(Face(0, 1, 4, 4).IsValid(5, vertices));  // NaN counts as distinct
 }
 
 TEST(OpenNurbsMeshFace, RepairKeepsDistinctCornersInOrder) {
@@ -60,26 +60,26 @@ TEST(OpenNurbsMeshFace, RepairKeepsDistinctCornersInOrder) {
   EXPECT_TRUE(SameFace(f, 0, 0, 1, 1));  // untouched on failure
 
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  const ON_3dPoint V[] = {ON_3dPoint(nan, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(1, 1, 0),
-                          ON_3dPoint(0, 1, 0), ON_3dPoint(1, 0, 0)};
+  const ON_3dPoint vertices[] = {ON_3dPoint(nan, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(1, 1, 0),
+                                 ON_3dPoint(0, 1, 0), ON_3dPoint(1, 0, 0)};
   f = Face(0, 1, 2, 3);
-  EXPECT_TRUE(f.Repair(5, V));
+  EXPECT_TRUE(f.Repair(5, vertices));
   EXPECT_TRUE(SameFace(f, 1, 2, 3, 3));
   f = Face(1, 4, 2, 3);
-  EXPECT_TRUE(f.Repair(5, V));
+  EXPECT_TRUE(f.Repair(5, vertices));
   EXPECT_TRUE(SameFace(f, 1, 2, 3, 3));
 }
 
 TEST(OpenNurbsMeshFace, NormalFromTheDiagonals) {
-  const ON_3dPoint V[] = {ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(1, 1, 0),
-                          ON_3dPoint(0, 1, 0)};
+  const ON_3dPoint vertices[] = {ON_3dPoint(0, 0, 0), ON_3dPoint(1, 0, 0), ON_3dPoint(1, 1, 0),
+                                 ON_3dPoint(0, 1, 0)};
   ON_3dVector n;
-  EXPECT_TRUE(Face(0, 1, 2, 2).ComputeFaceNormal(V, n));
+  EXPECT_TRUE(Face(0, 1, 2, 2).ComputeFaceNormal(vertices, n));
   EXPECT_EQ(n, ON_3dVector(0, 0, 1));
-  EXPECT_TRUE(Face(0, 3, 2, 1).ComputeFaceNormal(V, n));
+  EXPECT_TRUE(Face(0, 3, 2, 1).ComputeFaceNormal(vertices, n));
   EXPECT_EQ(n, ON_3dVector(0, 0, -1));
   n = ON_3dVector(1, 1, 1);
-  EXPECT_FALSE(Face(0, 1, 1, 1).ComputeFaceNormal(V, n));
+  EXPECT_FALSE(Face(0, 1, 1, 1).ComputeFaceNormal(vertices, n));
   EXPECT_EQ(n, ON_3dVector(0, 0, 0));
 }
 

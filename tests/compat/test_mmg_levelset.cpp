@@ -82,16 +82,16 @@ void StorePoints(const std::vector<double>& xyz, CutMesh<N>& out) {
 }
 
 // Loads `in` with the level set `values` into `handles` and cuts it as brindle does.
-template <const Api& kApi>
-int LoadAndCut(Handles<kApi>& handles, const ON_Mesh& in, std::vector<double> values,
+template <const Api& Library>
+int LoadAndCut(Handles<Library>& handles, const ON_Mesh& in, std::vector<double> values,
                std::vector<MMG5_int> pointRefs, std::vector<MMG5_int> elementRefs) {
   handles.SetCutOptions();
   pointRefs.resize(in.m_dV.Count(), 0);
   elementRefs.resize(in.FaceCount(), 0);
-  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, kApi.corners), pointRefs.data(),
+  EXPECT_EQ(1, handles.Load(Coordinates(in), Corners(in, Library.corners), pointRefs.data(),
                             elementRefs.data()));
   handles.SetLevelSet(std::move(values));
-  EXPECT_EQ(1, kApi.check(handles.mesh, handles.ls));
+  EXPECT_EQ(1, Library.check(handles.mesh, handles.ls));
   return handles.Cut();
 }
 
@@ -146,14 +146,15 @@ CutSurface CutWithMmgs(const ON_Mesh& in, std::vector<double> values,
 
 // Status of a level-set call on raw arrays; the solution is sized to `values`, or left unset
 // when there are none.
-template <const Api& kApi>
+template <const Api& Library>
 int LevelSetStatus(std::vector<double> xyz, std::vector<MMG5_int> elements,
                    std::vector<double> values) {
-  Handles<kApi> m;
+  Handles<Library> m;
   m.Load(std::move(xyz), std::move(elements));
   if (!values.empty()) {
-    kApi.setSolSize(m.mesh, m.ls, MMG5_Vertex, static_cast<MMG5_int>(values.size()), MMG5_Scalar);
-    kApi.setScalars(m.ls, values.data());
+    Library.setSolSize(m.mesh, m.ls, MMG5_Vertex, static_cast<MMG5_int>(values.size()),
+                       MMG5_Scalar);
+    Library.setScalars(m.ls, values.data());
   }
   return m.Cut();
 }
