@@ -16,9 +16,10 @@ inline std::filesystem::path ScratchFolder(const std::string& name) {
   return folder;
 }
 
-// The whole file; it is closed again before the caller removes its folder (Windows).
+// The whole file, read in text mode as the tool writes it, so that lines end in '\n' on every
+// platform; it is closed again before the caller removes its folder (Windows).
 inline std::string ReadFile(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(path);
   std::ostringstream text;
   text << in.rdbuf();
   return text.str();
